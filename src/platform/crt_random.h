@@ -1,0 +1,12 @@
+#pragma once
+
+// The one random stream of the game: integers from 0 to 32767, the same sequence for a seed on every platform.
+
+/// Largest value that crtRand returns.
+inline constexpr int crtRandMax = 32767;
+
+/// Next number of the stream, 0 to crtRandMax.
+int crtRand();
+
+/// Starts the stream anew.
+void crtSrand(unsigned int seed);
