@@ -20,7 +20,9 @@ constexpr double noMotion = 1e-200;
 class Ray {
 public:
     Ray(const csgVector& point, const csgVector& direction, const csgParts& parts)
-        : line(direction, point), solid(parts) {}
+        : line(direction, point), solid(parts) {
+        prepareDirection();
+    }
 
     std::int32_t classify() {
         for (int scan = 0; scan < mostScans && !scanSolid(); ++scan) {
@@ -35,46 +37,60 @@ private:
     Outcome scanPart(const csgFaceList& part);
     Outcome testFace(const csgFace& face);
     bool meets(const csgBounds& box) const;
+    void prepareDirection();
+    void setClosest(const csgFace* face, double distance);
     std::int32_t result() const;
 
     csgLine line;
+    csgVector inverse; ///< of the direction; 0 where it does not move
     const csgParts& solid;
     const csgFace* closestFace = nullptr;
     double closestDistance = farthest;
+    double limit = farthest; ///< what begins beyond it cannot hold the closest face
 };
 
-/// Narrows [from, to] to where the ray is between two planes across an axis.
-void clipToSlab(double start, double direction, double low, double high, double& from, double& to) {
-    low -= csgPlaneTolerance;
-    high += csgPlaneTolerance;
-    if (std::fabs(direction) < noMotion) {
-        if (start < low || start > high)
+/// Narrows [from, to], the stretch of the ray in question, to where it is between two planes across an axis.
+inline void clipToSlab(double start, double inverse, double low, double high, double& from, double& to) {
+    low -= csgPlaneTolerance + start;
+    high += csgPlaneTolerance - start;
+    if (inverse == 0.0) {
+        if (low > 0.0 || high < 0.0)
             to = -1.0;
         return;
     }
-    const double a = (low - start) / direction;
-    const double b = (high - start) / direction;
+    const double a = low * inverse;
+    const double b = high * inverse;
     from = std::max(from, std::min(a, b));
     to = std::min(to, std::max(a, b));
 }
 
-bool Ray::meets(const csgBounds& box) const {
+inline bool Ray::meets(const csgBounds& box) const {
     const csgVector& p = line.point;
-    const csgVector& d = line.direction;
     double from = 0.0;
-    // What lies well beyond the nearest hit cannot be nearer; the slack covers a direction that is not quite of
-    // length 1.
-    double to = closestDistance * 1.001 + 1.0;
-    clipToSlab(p.x, d.x, box.min.x, box.max.x, from, to);
-    clipToSlab(p.y, d.y, box.min.y, box.max.y, from, to);
-    clipToSlab(p.z, d.z, box.min.z, box.max.z, from, to);
+    double to = limit;
+    clipToSlab(p.x, inverse.x, box.min.x, box.max.x, from, to);
+    clipToSlab(p.y, inverse.y, box.min.y, box.max.y, from, to);
+    clipToSlab(p.z, inverse.z, box.min.z, box.max.z, from, to);
     return from <= to;
+}
+
+void Ray::prepareDirection() {
+    const auto inverted = [](double d) { return std::fabs(d) < noMotion ? 0.0 : 1.0 / d; };
+    const csgVector& d = line.direction;
+    inverse = {inverted(d.x), inverted(d.y), inverted(d.z)};
+}
+
+void Ray::setClosest(const csgFace* face, double distance) {
+    closestFace = face;
+    closestDistance = distance;
+    // The slack covers a direction that is not quite of length 1.
+    limit = distance * 1.001 + 1.0;
 }
 
 /// One pass over the solid; false when the direction was perturbed and the pass has to be repeated.
 bool Ray::scanSolid() {
     bool complete = true;
-    closestDistance = farthest;
+    setClosest(closestFace, farthest);
     for (const csgFaceList& part : solid) {
         if (scanPart(part) == Outcome::perturbed)
             complete = false;
@@ -83,19 +99,13 @@ bool Ray::scanSolid() {
 }
 
 Ray::Outcome Ray::scanPart(const csgFaceList& part) {
-    for (const csgFaceList::Run& run : part.getRuns()) {
-        if (!meets(run.box))
-            continue;
-        for (std::size_t i = run.begin; i < run.end; ++i) {
-            const csgFace& face = *part[i];
-            if (!meets(face.bounds))
-                continue;
-            const Outcome outcome = testFace(face);
-            if (outcome != Outcome::goOn)
-                return outcome;
-        }
-    }
-    return Outcome::goOn;
+    Outcome outcome = Outcome::goOn;
+    part.forEachWhere([&](const csgBounds& box) { return meets(box); },
+                      [&](std::size_t index) {
+                          outcome = testFace(*part[index]);
+                          return outcome == Outcome::goOn;
+                      });
+    return outcome;
 }
 
 Ray::Outcome Ray::testFace(const csgFace& face) {
@@ -107,17 +117,16 @@ Ray::Outcome Ray::testFace(const csgFace& face) {
     if (std::fabs(distance) < csgGeometricTolerance) {
         if (std::fabs(dot) < csgGeometricTolerance) {
             line.perturbDirection();
+            prepareDirection();
             return Outcome::perturbed;
         }
         if (std::fabs(dot) > csgGeometricTolerance && contains(face, hit)) {
-            closestFace = &face;
-            closestDistance = 0.0;
+            setClosest(&face, 0.0);
             return Outcome::leavePart;
         }
     } else if (std::fabs(dot) > csgGeometricTolerance && distance > csgGeometricTolerance &&
                distance < closestDistance && contains(face, hit)) {
-        closestFace = &face;
-        closestDistance = distance;
+        setClosest(&face, distance);
     }
     return Outcome::goOn;
 }

@@ -6,7 +6,7 @@
 namespace {
 
 /// Faces per run. Larger: more faces are tested in vain; smaller: more boxes are.
-constexpr std::size_t runLength = 24;
+constexpr std::size_t runLength = 8;
 
 } // namespace
 
@@ -17,12 +17,27 @@ void csgFaceList::append(std::unique_ptr<csgFace> face) {
 
 void csgFaceList::appendToRuns(std::size_t index) {
     const csgBounds& box = faces[index]->bounds;
-    if (runs.empty() || runs.back().end - runs.back().begin >= runLength) {
-        runs.push_back({index, index + 1, box});
+    if (!runs.empty() && runs.back().end - runs.back().begin < runLength) {
+        runs.back().end = index + 1;
+        runs.back().box.merge(box);
+        blocks.back().merge(box);
         return;
     }
-    runs.back().end = index + 1;
-    runs.back().box.merge(box);
+    if (runs.size() % runsPerBlock == 0)
+        blocks.push_back(box);
+    else
+        blocks.back().merge(box);
+    runs.push_back({index, index + 1, box});
+}
+
+void csgFaceList::rebuildBlocks() {
+    blocks.clear();
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        if (i % runsPerBlock == 0)
+            blocks.push_back(runs[i].box);
+        else
+            blocks.back().merge(runs[i].box);
+    }
 }
 
 std::unique_ptr<csgFace> csgFaceList::removeAt(std::size_t index) {
@@ -33,6 +48,7 @@ std::unique_ptr<csgFace> csgFaceList::removeAt(std::size_t index) {
         run.end -= run.end > index ? 1U : 0U;
     }
     std::erase_if(runs, [](const Run& run) { return run.begin == run.end; });
+    rebuildBlocks();
     return face;
 }
 
@@ -48,11 +64,13 @@ void csgFaceList::insertAt(std::size_t index, std::unique_ptr<csgFace> face) {
         run.end += run.end > index ? 1U : 0U;
     }
     faces.insert(faces.begin() + static_cast<std::ptrdiff_t>(index), std::move(face));
+    rebuildBlocks();
 }
 
 void csgFaceList::clear() {
     faces.clear();
     runs.clear();
+    blocks.clear();
 }
 
 std::unique_ptr<csgFace> csgFaceList::take(std::size_t index) {
@@ -86,10 +104,12 @@ void csgFaceList::compact() {
     }
     faces.resize(kept);
     runs.resize(keptRuns);
+    rebuildBlocks();
 }
 
 void csgFaceList::rebuildRuns() {
     runs.clear();
+    blocks.clear();
     for (std::size_t i = 0; i < faces.size(); ++i)
         appendToRuns(i);
 }

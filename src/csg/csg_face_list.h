@@ -10,6 +10,7 @@
 #include "csg/csg_bounds.h"
 #include "csg/csg_face.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -45,23 +46,43 @@ public:
     /// Rebuilds all boxes after faces have moved.
     void rebuildRuns();
 
-    /// Calls `visit(index)` in ascending order for every face whose box meets `box`.
-    template <typename Visit>
-    void forEachMeeting(const csgBounds& box, Visit visit) const {
-        for (const Run& run : runs) {
-            if (!overlaps(run.box, box))
+    /// Calls `visit(index)` in ascending order for every face whose box passes `test`, as long as it returns true.
+    /// `test` must pass every box that holds a box it passes.
+    template <typename Test, typename Visit>
+    void forEachWhere(Test test, Visit visit) const {
+        for (std::size_t block = 0; block < blocks.size(); ++block) {
+            if (!test(blocks[block]))
                 continue;
-            for (std::size_t i = run.begin; i < run.end; ++i) {
-                if (faces[i] && overlaps(faces[i]->bounds, box))
-                    visit(i);
+            const std::size_t lastRun = std::min(runs.size(), (block + 1) * runsPerBlock);
+            for (std::size_t run = block * runsPerBlock; run < lastRun; ++run) {
+                if (!test(runs[run].box))
+                    continue;
+                for (std::size_t i = runs[run].begin; i < runs[run].end; ++i) {
+                    if (faces[i] && test(faces[i]->bounds) && !visit(i))
+                        return;
+                }
             }
         }
     }
 
+    /// Calls `visit(index)` in ascending order for every face whose box meets `box`.
+    template <typename Visit>
+    void forEachMeeting(const csgBounds& box, Visit visit) const {
+        forEachWhere([&](const csgBounds& own) { return overlaps(own, box); },
+                     [&](std::size_t index) {
+                         visit(index);
+                         return true;
+                     });
+    }
+
 private:
+    static constexpr std::size_t runsPerBlock = 16;
+
     void appendToRuns(std::size_t index);
+    void rebuildBlocks();
     csgBounds boxOf(std::size_t begin, std::size_t end) const;
 
     std::vector<std::unique_ptr<csgFace>> faces;
     std::vector<Run> runs;
+    std::vector<csgBounds> blocks; ///< boxes over runsPerBlock runs each
 };
