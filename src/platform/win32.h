@@ -141,6 +141,7 @@ inline constexpr WORD WA_ACTIVE = 1;
 
 // Virtual-key codes; letters and digits are their upper-case ASCII codes.
 inline constexpr int VK_RETURN = 0x0D;
+inline constexpr int VK_MENU = 0x12; // Alt
 inline constexpr int VK_ESCAPE = 0x1B;
 inline constexpr int VK_SPACE = 0x20;
 inline constexpr int VK_F1 = 0x70;

@@ -1,0 +1,59 @@
+#pragma once
+
+// What the sources of the SDL desktop share.
+
+#include "platform/sdl/held_keys.h"
+#include "platform/sdl/virtual_cursor.h"
+#include "platform/win32.h"
+
+#include <SDL.h>
+
+#include <deque>
+#include <string>
+
+struct HWND__ {
+    SDL_Window* window = nullptr;
+    WNDPROC procedure = nullptr;
+    std::string className;
+    int width = 0; ///< of the client area the game asked for, or that the user has given it since
+    int height = 0;
+    bool fullscreen = false;
+    bool toBeShown = false; ///< by the next look at the queue or the next frame
+    bool minimised = false;
+};
+
+/// Everything the process has of a desktop; there is one window at most.
+struct Backend {
+    std::string className; ///< the registered window class, empty when there is none
+    WNDPROC classProcedure = nullptr;
+    bool fullscreenMode = false; ///< set by ChangeDisplaySettingsA
+    bool windowOpen = false;
+    HWND__ window;
+    SDL_GLContext context = nullptr;
+
+    std::deque<MSG> queue;
+    bool quitPending = false;
+    int quitCode = 0;
+    MSG lastTaken{};
+
+    VirtualCursor cursor;
+    HeldKeys keys;
+    bool leftButton = false;
+    bool focused = false;
+};
+Backend& backend();
+
+void postMessage(UINT message, WPARAM wParam, LPARAM lParam);
+/// Captures or frees the real pointer, as focus and the cursor's visibility want it.
+void updateCapture();
+/// Shows a window that waits for it.
+void showWaitingWindow();
+/// Turns one SDL event into messages.
+void translateEvent(const SDL_Event& event);
+
+/// Sets the clock up from the environment.
+void startClock();
+/// Sleeps until the tick has moved on since the last call.
+void waitForTick();
+
+bool environmentIs(const char* name, const char* value);

@@ -1,0 +1,133 @@
+// The GL context of the window and the buffer swap.
+
+#include "platform/gl.h"
+#include "platform/sdl/backend.h"
+#include "platform/sdl/picture_buffer.h"
+
+#include <array>
+#include <string_view>
+
+namespace {
+
+PictureBuffer picture;
+
+// There is one window and one context, so a handle only has to be told from null.
+HDC deviceContextOf(HWND window) {
+    return reinterpret_cast<HDC>(window);
+}
+
+HWND windowOf(HDC deviceContext) {
+    return reinterpret_cast<HWND>(deviceContext);
+}
+
+bool isCurrent(HDC deviceContext) {
+    return backend().windowOpen && windowOf(deviceContext) == &backend().window;
+}
+
+BOOL setSwapInterval(int interval) {
+    return SDL_GL_SetSwapInterval(interval) == 0 ? TRUE : FALSE;
+}
+
+int getSwapInterval() {
+    return SDL_GL_GetSwapInterval();
+}
+
+/// GLX hands out an address for every name, so the extension is asked first.
+const char* extensionOf(std::string_view name) {
+    constexpr std::array<std::string_view, 4> buffers = {"glGenBuffersARB", "glBindBufferARB", "glBufferDataARB",
+                                                         "glDeleteBuffersARB"};
+    for (const std::string_view known : buffers)
+        if (name == known)
+            return "GL_ARB_vertex_buffer_object";
+    const bool multitexture = name == "glActiveTextureARB" || name == "glMultiTexCoord2fARB";
+    return multitexture ? "GL_ARB_multitexture" : nullptr;
+}
+
+/// Draws into a buffer of the expected size where the screen has another.
+void fitPicture(const HWND__& window) {
+    int width = 0;
+    int height = 0;
+    SDL_GL_GetDrawableSize(window.window, &width, &height);
+    if (window.fullscreen && (width != window.width || height != window.height))
+        picture.create(window.width, window.height);
+}
+
+} // namespace
+
+HDC GetDC(HWND window) {
+    return window != nullptr && window->window != nullptr ? deviceContextOf(window) : nullptr;
+}
+
+int ReleaseDC(HWND window, HDC deviceContext) {
+    return window != nullptr && windowOf(deviceContext) == window ? 1 : 0;
+}
+
+int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR*) {
+    return isCurrent(deviceContext) ? 1 : 0;
+}
+
+BOOL SetPixelFormat(HDC deviceContext, int index, const PIXELFORMATDESCRIPTOR*) {
+    return isCurrent(deviceContext) && index == 1 ? TRUE : FALSE;
+}
+
+BOOL SwapBuffers(HDC deviceContext) {
+    if (!isCurrent(deviceContext)) {
+        waitForTick();
+        return FALSE;
+    }
+    showWaitingWindow();
+    SDL_Window* window = backend().window.window;
+    if (picture.exists()) {
+        int width = 0;
+        int height = 0;
+        SDL_GL_GetDrawableSize(window, &width, &height);
+        picture.present(width, height);
+    }
+    SDL_GL_SwapWindow(window);
+    if (picture.exists())
+        picture.bind();
+    waitForTick();
+    return TRUE;
+}
+
+HGLRC wglCreateContext(HDC deviceContext) {
+    if (!isCurrent(deviceContext) || backend().context != nullptr)
+        return nullptr;
+    backend().context = SDL_GL_CreateContext(backend().window.window);
+    return reinterpret_cast<HGLRC>(backend().context);
+}
+
+BOOL wglMakeCurrent(HDC deviceContext, HGLRC renderingContext) {
+    Backend& state = backend();
+    if (renderingContext == nullptr)
+        return SDL_GL_MakeCurrent(nullptr, nullptr) == 0 ? TRUE : FALSE;
+    if (!isCurrent(deviceContext) || SDL_GL_MakeCurrent(state.window.window, state.context) != 0)
+        return FALSE;
+    // Frames are paced by the tick; waiting for the screen as well would only make them late.
+    SDL_GL_SetSwapInterval(0);
+    fitPicture(state.window);
+    return TRUE;
+}
+
+BOOL wglDeleteContext(HGLRC renderingContext) {
+    Backend& state = backend();
+    if (renderingContext == nullptr || reinterpret_cast<SDL_GLContext>(renderingContext) != state.context)
+        return FALSE;
+    picture.release();
+    SDL_GL_DeleteContext(state.context);
+    state.context = nullptr;
+    return TRUE;
+}
+
+PROC wglGetProcAddress(LPCSTR name) {
+    using Function = void (*)();
+    const std::string_view wanted = name;
+    if (wanted == "wglSwapIntervalEXT")
+        return reinterpret_cast<PROC>(reinterpret_cast<Function>(&setSwapInterval));
+    if (wanted == "wglGetSwapIntervalEXT")
+        return reinterpret_cast<PROC>(reinterpret_cast<Function>(&getSwapInterval));
+    const char* extension = extensionOf(wanted);
+    if (extension != nullptr && SDL_GL_ExtensionSupported(extension) != SDL_TRUE)
+        return nullptr;
+    return reinterpret_cast<PROC>(SDL_GL_GetProcAddress(name));
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+// A frame buffer of the size the game believes the screen to have. All drawing goes into it while it exists; present
+// scales it onto the real back buffer. It belongs to the GL context that is current when it is made.
+
+class PictureBuffer {
+public:
+    /// Makes the buffer and directs all drawing into it; false where the driver cannot.
+    bool create(int width, int height);
+    /// Copies the picture to the middle of a back buffer of this size.
+    void present(int screenWidth, int screenHeight) const;
+    /// Directs the drawing into it again after a present.
+    void bind() const;
+    /// Forgets the buffer; its context goes, or has gone, with everything in it.
+    void release() { framebuffer_ = 0; }
+    bool exists() const { return framebuffer_ != 0; }
+
+private:
+    unsigned int framebuffer_ = 0;
+    int width_ = 0;
+    int height_ = 0;
+};

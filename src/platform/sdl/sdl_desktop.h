@@ -1,0 +1,32 @@
+#pragma once
+
+// The desktop on SDL2: one window with a compatibility GL context, the mixer, and the process entry.
+//
+// Full screen. The desktop keeps its own mode; a mode asked for becomes a borderless window over the whole screen, and
+// the game's picture, drawn into a buffer of the size it asked for, is scaled into the middle of it (black bars keep
+// the proportions). So every screen can take every mode, nobody is asked a question at the start, and a crash leaves
+// no strange resolution behind. A driver without frame buffer objects shows the picture unscaled in a corner.
+//
+// A window appears with the first look at the message queue or the first frame, not before: one that is replaced at
+// once, as the game's first is, never flashes up. A minimised window makes PeekMessageA nap, or the waiting loop would
+// use a whole processor.
+//
+// Environment:
+//   SDL_VIDEODRIVER=name        a driver without a display, such as "offscreen", is used only when it is named here
+//   BRACKENMOOR_WINDOWED=1      full screen is given as an ordinary window
+//   BRACKENMOOR_BOXES=yes|no    message boxes are not shown but answered at once: OK, and Yes or No
+//   BRACKENMOOR_TICK=N          the tick stands at N ms until the first frame has been shown and runs on from there:
+//                               what is drawn at random while a level loads becomes repeatable
+//   BRACKENMOOR_LOG_FILE=file   the diagnostic log is written to this file, line by line
+
+#include "platform/win32.h"
+
+/// Starts SDL's video. False, with one sentence on stderr, when there is no display to show anything on.
+bool startDesktop();
+
+/// Gives everything back to the system.
+void stopDesktop();
+
+/// What a process that ran the game ends with. The game's own result is the wParam of the last message it took: that
+/// is an exit code only if the message was WM_QUIT or if the game gave another number of its own.
+int exitStatus(int gameResult);

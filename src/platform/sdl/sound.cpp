@@ -1,0 +1,116 @@
+// The sound calls on SDL2_mixer. A stream is a whole decoded file; its loops are the mixer's, which have no gap.
+
+#include "platform/fsound.h"
+
+#include "platform/sdl/quiet_stderr.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+
+#include <iostream>
+#include <map>
+
+struct FSOUND_STREAM {
+    Mix_Chunk* chunk = nullptr; ///< null without a sound device
+    bool looping = false;
+    int channel = -1; ///< where it was started last
+};
+
+namespace {
+
+/// Samples per block handed to the device: 23 ms at 44100 Hz, short enough to seem immediate.
+constexpr int blockSize = 1024;
+
+bool mixerOpen = false;
+/// Which stream a channel was given last; a stream that is stopped must not silence its successor.
+std::map<int, const FSOUND_STREAM*> channelOwner;
+
+bool owns(const FSOUND_STREAM* stream) {
+    const auto found = channelOwner.find(stream->channel);
+    return found != channelOwner.end() && found->second == stream;
+}
+
+void halt(FSOUND_STREAM* stream) {
+    if (stream->channel < 0 || !owns(stream))
+        return;
+    if (mixerOpen)
+        Mix_HaltChannel(stream->channel);
+    channelOwner.erase(stream->channel);
+}
+
+bool openMixer(int mixRate) {
+    const QuietStderr quiet;
+    return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 && Mix_OpenAudio(mixRate, AUDIO_S16SYS, 2, blockSize) == 0;
+}
+
+bool isReadable(const char* fileName) {
+    SDL_RWops* file = SDL_RWFromFile(fileName, "rb");
+    if (file == nullptr)
+        return false;
+    SDL_RWclose(file);
+    return true;
+}
+
+} // namespace
+
+signed char FSOUND_Init(int mixRate, int maxSoftwareChannels, unsigned int) {
+    if (!openMixer(mixRate)) {
+        std::cerr << "brackenmoor: no sound: " << SDL_GetError() << '\n';
+        return 1;
+    }
+    mixerOpen = true;
+    Mix_AllocateChannels(maxSoftwareChannels);
+    return 1;
+}
+
+void FSOUND_Close() {
+    channelOwner.clear();
+    if (!mixerOpen)
+        return;
+    Mix_CloseAudio();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    mixerOpen = false;
+}
+
+FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int, int) {
+    Mix_Chunk* chunk = mixerOpen ? Mix_LoadWAV(fileName) : nullptr;
+    if (mixerOpen ? chunk == nullptr : !isReadable(fileName))
+        return nullptr;
+    return new FSOUND_STREAM{chunk, (mode & FSOUND_LOOP_NORMAL) != 0, -1};
+}
+
+signed char FSOUND_Stream_Close(FSOUND_STREAM* stream) {
+    if (stream == nullptr)
+        return 0;
+    halt(stream);
+    if (stream->chunk != nullptr && mixerOpen)
+        Mix_FreeChunk(stream->chunk);
+    delete stream;
+    return 1;
+}
+
+int FSOUND_Stream_Play(int channel, FSOUND_STREAM* stream) {
+    if (stream == nullptr)
+        return -1;
+    halt(stream);
+    stream->channel = channel;
+    channelOwner[channel] = stream;
+    // A channel that plays is cut off by the mixer itself.
+    if (stream->chunk != nullptr && Mix_PlayChannel(channel, stream->chunk, stream->looping ? -1 : 0) < 0)
+        return -1;
+    return channel;
+}
+
+signed char FSOUND_Stream_Stop(FSOUND_STREAM* stream) {
+    if (stream == nullptr)
+        return 0;
+    halt(stream);
+    return 1;
+}
+
+signed char FSOUND_Stream_SetMode(FSOUND_STREAM* stream, unsigned int mode) {
+    if (stream == nullptr)
+        return 0;
+    stream->looping = (mode & FSOUND_LOOP_NORMAL) != 0;
+    return 1;
+}
