@@ -1,0 +1,53 @@
+#pragma once
+
+// Turns a level name into a ready scene: sky, landscape, worms dropped onto it, water; teams and the first turn.
+//
+// What cannot be played ends in one message box that names the file and the fault, and in null: a level file or team
+// list that cannot be opened or whose count cannot be read, counts beyond the limits below, a team list without teams,
+// a team with worms but without names for them, a level on which no worm found ground. What was registered by then is
+// unregistered and destroyed. A solid, sky, texture or model that cannot be loaded is skipped. A team without a single
+// worm takes no part. A team file without a readable colour gives white.
+//
+// Items are read into variables that are reused from entry to entry and a failed read leaves them unchanged, so a level
+// whose count exceeds its entries repeats the last complete one.
+
+#include <string>
+#include <vector>
+
+class BoundingBox;
+class SceneNode;
+class TextReader;
+
+class GameLoader {
+public:
+    /// More solids, teams or worms a team than this are refused; more names than this are not made up by repetition.
+    static constexpr int mostSolids = 1000;
+    static constexpr int mostTeams = 100;
+    static constexpr int mostWorms = 100;
+    static constexpr int mostRepeatedNames = 1000;
+
+    GameLoader();
+    ~GameLoader();
+    GameLoader(const GameLoader&) = delete;
+    GameLoader& operator=(const GameLoader&) = delete;
+
+    /// Builds the scene and the teams, registers both and starts the first turn. The root belongs to the registry's
+    /// slot and to the caller; null when the level cannot be played.
+    SceneNode* loadLevel(const std::string& levelName);
+    /// Reads worm names, appended to the vector, and the colour of a team. What the file does not hold stays as it is.
+    void readTeamFile(const std::string& teamName, std::vector<std::string>& wormNames, float& r, float& g, float& b);
+
+private:
+    static void addSky(SceneNode& root);
+    bool addLandscape(SceneNode& root, const std::string& levelFile, const std::string& text);
+    bool addTeams(const BoundingBox& levelBox);
+    bool addTeam(TextReader& list, std::string& teamName, int& wormCount, const BoundingBox& levelBox);
+};
+
+/// Ends the round under way: destroys the registered scene, then the teams, and empties both slots. The scene goes
+/// first, so that a worm never holds a weapon of a team that is gone.
+void endRound();
+
+/// Reads a list of names from "level/levels.lev"; it stays empty when the file cannot be opened. A missing name repeats
+/// the last one read.
+void readLevelList(std::vector<std::string>& names);

@@ -1,0 +1,28 @@
+#pragma once
+
+// Where a face lies with respect to another, closed solid: a ray from its centre along its normal looks for the nearest
+// face of that solid. Only faces whose box the ray meets are examined; nothing else can hold the point of a hit. The
+// answer is one of the statuses of csg_status.h, or csgUnclassified when the nearest face is grazed. A ray that starts
+// in a face's plane and runs along it draws from the game's random stream to get free.
+
+#include "csg/csg_face_list.h"
+#include "csg/csg_vector.h"
+
+#include <cstdint>
+#include <vector>
+
+/// The parts of a solid.
+using csgParts = std::vector<csgFaceList>;
+
+/// Status of a point that faces `direction` (a unit vector) with respect to the solid.
+std::int32_t castRay(const csgVector& point, const csgVector& direction, const csgParts& solid);
+
+/// Status of the face by its own ray.
+std::int32_t castOwnRay(const csgFace& face, const csgParts& solid);
+
+/// Gives the face the status of its own ray; a grazing ray leaves the status as it was.
+void classifyByRay(csgFace& face, const csgParts& solid);
+
+/// True when two more rays from the face's centre, in general directions, say the same as `status`. Coplanar statuses
+/// are confirmed by the centre lying on the surface: which way it faces is no matter of those directions.
+bool confirmStatus(const csgFace& face, std::int32_t status, const csgParts& solid);

@@ -1,0 +1,35 @@
+#pragma once
+
+// Reading and writing of .csg files: white-space separated items, a part count and for each part its corner records
+// (x y z u v), its triangles (three indices into them) and one texture name.
+//
+// Counts are not trusted: nothing is allocated for them, records are read one by one. Numbers are decimal; what cannot
+// be read whole, is not finite or has a coordinate beyond csgLargestCoordinate, an index without a record and a missing
+// item each reject the file. Counts of zero or less mean no records. What follows the last part is ignored.
+
+#include "csg/csg_mesh_data.h"
+
+#include <string>
+#include <vector>
+
+class csgMesh;
+
+/// Beyond this the squares of squares that areas are made of leave the range of doubles.
+inline constexpr double csgLargestCoordinate = 1e30;
+
+enum class csgReadResult {
+    ok,
+    cannotOpen, ///< missing, unreadable, or not a file
+    malformed
+};
+
+/// Reads a file. When it is malformed, `fault` receives what is wrong and where, in a few words; `data` is then
+/// unusable.
+csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, std::string& fault);
+/// The same for text already in memory; never cannotOpen.
+csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::string& fault);
+
+/// The text of a file that describes the mesh; reading it back gives the same faces in the same order, to the last bit,
+/// as long as the mesh has not been scaled down below the tolerance. Vertices without faces are left out. `textures`
+/// has a name for each part.
+std::string writeCsgText(const csgMesh& mesh, const std::vector<std::string>& textures);

@@ -1,0 +1,60 @@
+#include "game/dynamite_projectile.h"
+
+#include "core/log.h"
+#include "core/module_manager.h"
+#include "core/sound_control.h"
+#include "game/explosion.h"
+#include "render/milkshape_model.h"
+
+namespace {
+
+/// World units per second².
+const Vector3 gravity(0.0f, -10.0f, 0.0f);
+constexpr std::int32_t fuseTime = 5000;
+/// A stick below this height has left the level.
+constexpr float lowestHeight = -5.0f;
+constexpr Detonation dynamiteDetonation{"./csg/sphereDynamite", 15.0f, 90.0f, 15.0f};
+constexpr float explosionSize = 10.0f;
+
+constexpr const char* fuseSound = "sound/sfx/fuse.wav";
+constexpr int fuseChannel = 1;
+
+} // namespace
+
+DynamiteProjectile::DynamiteProjectile(const Vector3& position, const Vector3& startVelocity, Weapon* firedBy)
+    : Projectile(position, startVelocity, firedBy, fuseTime) {
+    logLine("DynamiteProjectile constructed\n");
+    model = new MilkShapeModel("<MilkShape Model>");
+    model->load("dynamiteprojectile");
+    addChild(model);
+    setPosition(position);
+    theModuleManager->getSceneRoot()->addChild(this);
+    theModuleManager->getSoundControl()->play(fuseSound, true, fuseChannel);
+}
+
+DynamiteProjectile::~DynamiteProjectile() {
+    logLine("DynamiteProjectile destructed\n");
+    // At shutdown the sound goes before the scene.
+    if (SoundControl* const sound = theModuleManager->getSoundControl())
+        sound->stop(fuseSound);
+}
+
+void DynamiteProjectile::update() {
+    SceneNode::update();
+    fly(gravity);
+    if (packet.worldPosition.y < lowestHeight) {
+        theModuleManager->getSoundControl()->stop(fuseSound);
+        theModuleManager->getSceneRoot()->deleteChild(this);
+    } else if (isTooOld()) {
+        explode();
+    }
+}
+
+void DynamiteProjectile::explode() {
+    SceneNode* const root = theModuleManager->getSceneRoot();
+    const Vector3 centre = getPosition();
+    detonate(dynamiteDetonation);
+    root->addChild(new Explosion("explosion", centre, explosionSize));
+    theModuleManager->getSoundControl()->stop(fuseSound);
+    root->deleteChild(this);
+}

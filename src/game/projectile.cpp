@@ -1,0 +1,69 @@
+#include "game/projectile.h"
+
+#include "core/log.h"
+#include "core/module_manager.h"
+#include "core/timer.h"
+#include "csg/csg_object.h"
+#include "game/blast.h"
+#include "game/collision_detection.h"
+#include "game/weapon.h"
+
+#include <algorithm>
+
+Projectile::Projectile(const Vector3& position, const Vector3& startVelocity, Weapon* firedBy, std::int32_t lifetimeMs)
+    : SceneNode("<no name>"),
+      velocity(startVelocity),
+      collision(theModuleManager->getCollisionDetection()),
+      birthTime(theModuleManager->getTimer()->getLastTick()),
+      lifetime(lifetimeMs),
+      owner(firedBy) {
+    logLine("Projectile constructed\n");
+    packet.worldPosition = position;
+    packet.worldVelocity = startVelocity;
+    packet.radius = Vector3(1.0f, 1.0f, 1.0f);
+    if (owner != nullptr)
+        owner->inFlight.push_back(this);
+}
+
+Projectile::~Projectile() {
+    logLine("Projectile destructed\n");
+    if (owner == nullptr)
+        return;
+    std::erase(owner->inFlight, this);
+    owner->projectileFinished();
+}
+
+void Projectile::fly(const Vector3& gravity) {
+    const float frameTime = theModuleManager->getTimer()->getFrameTime();
+    velocity += gravity * frameTime;
+    packet.worldPosition = getWorldPosition();
+    packet.worldVelocity = velocity * frameTime;
+    collision->moveToContact(&packet, theModuleManager->getSceneRoot());
+    setPosition(packet.worldPosition);
+}
+
+bool Projectile::isTooOld() const {
+    return ticksBetween(birthTime, theModuleManager->getTimer()->getLastTick()) > lifetime;
+}
+
+void Projectile::detonate(const Detonation& detonation) {
+    SceneNode* const root = theModuleManager->getSceneRoot();
+    const Vector3 centre = getPosition();
+    const BoundingBox box(centre - detonation.craterHalfSize, centre + detonation.craterHalfSize);
+    carveCrater(detonation.craterFile, box, centre, root);
+    Blast(centre, detonation.blastStrength, detonation.blastRadius).applyTo(root);
+}
+
+void Projectile::carveCrater(const std::string& csgFile, const BoundingBox& box, const Vector3& position,
+                             SceneNode* node) {
+    csgObject* const land = node->asCsgNode();
+    if (land != nullptr && box.intersects(node->getWorldBounds())) {
+        csgObject tool;
+        if (tool.load(csgFile)) {
+            tool.translate(static_cast<double>(position.x), static_cast<double>(position.y),
+                           static_cast<double>(position.z));
+            land->subtract(tool);
+        }
+    }
+    node->forEachChild([&](SceneNode* child) { carveCrater(csgFile, box, position, child); });
+}

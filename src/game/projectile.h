@@ -1,0 +1,61 @@
+#pragma once
+
+// The base of everything that is fired: a child of the scene root that flies through the collision service, detonates
+// and destroys itself through the root from inside its own `update` (nothing of it is touched afterwards).
+
+#include "core/scene_node.h"
+#include "game/collision_packet.h"
+
+#include <cstdint>
+#include <string>
+
+class CollisionDetection;
+class Weapon;
+
+/// What a kind of projectile does to the land and the worms where it goes off.
+struct Detonation {
+    /// Tool solid, without its extension.
+    const char* craterFile;
+    /// Half-edge of the box that landscape must meet to be cut, world units.
+    float craterHalfSize;
+    /// Damage at the centre.
+    float blastStrength;
+    /// World units.
+    float blastRadius;
+};
+
+class Projectile : public SceneNode {
+public:
+    /// Position and velocity in world units (per second); lifetime in ms. The owner is told of the projectile's end and
+    /// may be null.
+    Projectile(const Vector3& position, const Vector3& startVelocity, Weapon* firedBy, std::int32_t lifetimeMs);
+    ~Projectile() override;
+
+    const Vector3& getVelocity() const { return velocity; }
+    const CollisionPacket& getPacket() const { return packet; }
+    Weapon* getOwner() const { return owner; }
+
+    /// Cuts the tool solid, moved to a position, out of every landscape node of the subtree whose box meets the given
+    /// one. A tool that cannot be loaded cuts nothing.
+    void carveCrater(const std::string& csgFile, const BoundingBox& box, const Vector3& position, SceneNode* node);
+
+protected:
+    /// Advances by one frame under a gravity (units per second²) until the first contact.
+    void fly(const Vector3& gravity);
+    /// Cuts the crater, then hurts and throws the worms, at the projectile's position.
+    void detonate(const Detonation& detonation);
+    /// Whether the lifetime has run out.
+    bool isTooOld() const;
+
+    Vector3 velocity;
+    CollisionDetection* collision;
+    CollisionPacket packet;
+    /// Tick of the frame it was fired in, ms.
+    std::uint32_t birthTime;
+    /// ms
+    std::int32_t lifetime;
+    Weapon* owner;
+
+private:
+    friend class Weapon;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "game/collision_packet.h"
+#include "game/weapon.h"
+
+class Camera;
+
+/// The base of the weapons that act where the view's centre points: a worm-sized ray from the active camera finds the
+/// target, and the HUD shows a marker in the overview. Without a camera or a current worm the weapon does nothing at
+/// all.
+class TargetedWeapon : public Weapon {
+protected:
+    using Weapon::Weapon;
+
+    bool showMarks() override;
+    /// Casts the ray; the target is then in `targetPacket`, and the HUD's marker is armed, when this is true.
+    bool findTarget();
+
+    CollisionPacket targetPacket;
+};

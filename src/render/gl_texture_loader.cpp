@@ -1,0 +1,121 @@
+#include "render/gl_texture_loader.h"
+
+#include "core/file_access.h"
+#include "core/log.h"
+#include "core/module_manager.h"
+#include "platform/gl.h"
+#include "render/gl_texture.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+namespace {
+
+/// No image ID, no colour map, image type 2 (uncompressed true-colour), origin (0, 0).
+constexpr std::array<std::uint8_t, 12> acceptedHeader = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+
+/// Turns blue, green, red (, alpha) into red, green, blue (, alpha).
+void exchangeRedAndBlue(std::vector<std::uint8_t>& pixels, std::size_t bytesPerPixel) {
+    for (std::size_t i = 0; i + 2 < pixels.size(); i += bytesPerPixel)
+        std::swap(pixels[i], pixels[i + 2]);
+}
+
+} // namespace
+
+GLTextureLoader::GLTextureLoader() {
+    theModuleManager->setTextureLoader(this);
+    logLine("GLTextureLoader Konstruktor\n");
+}
+
+GLTextureLoader::~GLTextureLoader() {
+    logLine("GLTextureLoader Destruktor\n");
+}
+
+Texture* GLTextureLoader::load(const std::string& name) {
+    const std::string filePath = path + name + ".tga";
+    logLine(" loading Texture: '%s' \n", filePath.c_str());
+    Image image;
+    if (!readImage(filePath, image))
+        return nullptr;
+    exchangeRedAndBlue(image.pixels, static_cast<std::size_t>(image.bytesPerPixel));
+    return upload(name, image);
+}
+
+bool GLTextureLoader::readImage(const std::string& filePath, Image& image) {
+    const FileHandle file = openFile(filePath, "rb");
+    if (file == nullptr) {
+        logLine(" GLTextureLoader: Could not open texture file '%s' \n", filePath.c_str());
+        return false;
+    }
+    return readHeader(file.get(), filePath, image) && readPixels(file.get(), image);
+}
+
+bool GLTextureLoader::readHeader(std::FILE* file, const std::string& filePath, Image& image) {
+    std::array<std::uint8_t, 12> fixedHeader{};
+    if (std::fread(fixedHeader.data(), 1, fixedHeader.size(), file) != fixedHeader.size()) {
+        logLine(" GLTextureLoader: Could read texture file '%s' \n", filePath.c_str());
+        return false;
+    }
+    if (fixedHeader != acceptedHeader) {
+        logLine(" GLTextureLoader: unknown file type of '%s' \n", filePath.c_str());
+        return false;
+    }
+    std::array<std::uint8_t, 6> sizes{};
+    if (std::fread(sizes.data(), 1, sizes.size(), file) != sizes.size()) {
+        logLine(" GLTextureLoader: not able to read Header '%s' \n", filePath.c_str());
+        return false;
+    }
+    image.width = sizes[1] * 256 + sizes[0];
+    image.height = sizes[3] * 256 + sizes[2];
+    const int bpp = sizes[4];
+    image.bytesPerPixel = bpp / 8;
+    if (image.width == 0 || image.height == 0 || (bpp != 24 && bpp != 32)) {
+        logLine("GLTextureLoader : Invalid texture information \n");
+        return false;
+    }
+    return true;
+}
+
+bool GLTextureLoader::readPixels(std::FILE* file, Image& image) {
+    // 64-bit: the product of two 16-bit sizes and 4 bytes does not fit in 32 bits.
+    const std::uint64_t imageSize = static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height) *
+                                    static_cast<std::uint64_t>(image.bytesPerPixel);
+    if (imageSize > bytesLeft(file)) {
+        logLine("GLTextureLoader : Could not read Texturedata \n");
+        return false;
+    }
+    if (imageSize > image.pixels.max_size()) {
+        logLine("GLTextureLoader : Could not Alloc Memory for Texture \n");
+        return false;
+    }
+    image.pixels.resize(static_cast<std::size_t>(imageSize));
+    if (std::fread(image.pixels.data(), 1, image.pixels.size(), file) != image.pixels.size()) {
+        logLine("GLTextureLoader : Could not read Texturedata \n");
+        return false;
+    }
+    return true;
+}
+
+Texture* GLTextureLoader::upload(const std::string& name, const Image& image) {
+    const auto format = static_cast<GLenum>(image.bytesPerPixel == 3 ? GL_RGB : GL_RGBA);
+    GLuint id = 0;
+    glGenTextures(1, &id);
+    glBindTexture(GL_TEXTURE_2D, id);
+    // Rows of 24-bit pictures need not be a multiple of four bytes long.
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage2D(GL_TEXTURE_2D, 0, image.bytesPerPixel, image.width, image.height, 0, format, GL_UNSIGNED_BYTE,
+                 image.pixels.data());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    gluBuild2DMipmaps(GL_TEXTURE_2D, static_cast<GLint>(format), image.width, image.height, format, GL_UNSIGNED_BYTE,
+                      image.pixels.data());
+
+    auto texture = std::make_unique<GLTexture>(name);
+    texture->setTextureId(id);
+    texture->setWidth(image.width);
+    texture->setHeight(image.height);
+    texture->setBpp(image.bytesPerPixel * 8);
+    texture->setFormat(static_cast<int>(format));
+    return texture.release();
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+// The scene node of every animated or rigid model: reads a MilkShape 3D file (versions 3 and 4, little-endian) and the
+// list of clips beside it, plays the current clip by skeletal animation and draws the skinned triangles at once.
+//
+// A file that is not whole (cut short, indices out of range, numbers that are not finite) is refused as a whole: `load`
+// is false and the node draws nothing. A clip list is taken up to its first unreadable item. A joint without keys of
+// one kind keeps its bind pose in that respect; one without any keys stands in its bind pose in model space, wherever
+// its parent has moved. A clip whose `next` names no clip, and a ring of clips without duration, end the animation: the
+// model returns to its bind pose. A model whose frames per second are not positive has clips of no duration.
+
+#include "core/scene_node.h"
+#include "render/model_records.h"
+
+#include <map>
+#include <memory>
+
+class ByteReader;
+
+class MilkShapeModel : public SceneNode {
+public:
+    explicit MilkShapeModel(const std::string& nodeName);
+    ~MilkShapeModel() override;
+
+    /// Reads "./mesh/" + modelName + ".ms3d" and, when it is there, ".ani"; starts the first clip. True on success.
+    bool load(const std::string& modelName);
+    /// Starts a clip from its beginning; nothing happens when it plays already or is not known.
+    void setAnimation(const std::string& clipName);
+
+    void update() override;
+    void draw() override;
+
+    const std::string& getCurrentAnimation() const { return currentAnimation; }
+    /// Seconds into the current clip.
+    float getAnimationTime() const { return animTime; }
+    const std::vector<ModelJoint>& getJoints() const { return joints; }
+    const std::vector<ModelVertex>& getVertices() const { return vertices; }
+    const std::vector<ModelTriangle>& getTriangles() const { return triangles; }
+    const std::vector<ModelGroup>& getGroups() const { return groups; }
+    const std::vector<ModelMaterial>& getMaterials() const { return materials; }
+
+private:
+    bool readFile(const std::string& path);
+    bool readHeader(ByteReader& in) const;
+    void readVertices(ByteReader& in);
+    void readTriangles(ByteReader& in);
+    void readGroups(ByteReader& in);
+    void readMaterials(ByteReader& in);
+    void readAnimation(ByteReader& in);
+    void readJoints(ByteReader& in);
+    bool hasValidIndices() const;
+    void clear();
+    void linkJoints();
+    void setUpBindPose();
+    void moveVerticesIntoJointSpace();
+    void fetchTextures();
+    void readClips(const std::string& path);
+    void computeLocalBounds();
+
+    void resetPose();
+    bool advanceClip();
+    void poseJoint(ModelJoint& joint, float time);
+    void drawGroup(const ModelGroup& group) const;
+    void drawCorner(const ModelTriangle& triangle, std::size_t corner) const;
+
+    std::map<std::string, std::unique_ptr<AnimationClip>> animations;
+    std::string currentAnimation;
+    float animTime = 0.0f;
+    std::vector<ModelGroup> groups;
+    std::vector<ModelMaterial> materials;
+    std::vector<ModelTriangle> triangles;
+    std::vector<ModelVertex> vertices;
+    std::vector<ModelJoint> joints;
+    float animationFps = 0.0f;
+    float currentTime = 0.0f;
+    std::int32_t totalFrames = 0;
+    float totalTime = 0.0f;
+    std::uint32_t lastTick = 0;
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+// Closed solids to test with, and measures of them.
+
+#include "csg/csg_mesh.h"
+#include "csg/csg_mesh_data.h"
+
+#include <cstdint>
+#include <functional>
+#include <random>
+#include <string>
+
+/// Box from (x0,y0,z0) to (x1,y1,z1): 12 faces, outward.
+csgMeshData boxData(const csgVector& low, const csgVector& high);
+/// A tetrahedron, the simplest closed solid.
+csgMeshData tetrahedronData(double size);
+/// Sphere of 20 * 4^subdivisions faces round the origin.
+csgMeshData sphereData(int subdivisions, double radius);
+/// Island of cells x cells columns, `width` units wide, its surface hilly, its underside flat: 4 cells^2 + 8 cells faces.
+csgMeshData islandData(int cells, double width, std::uint32_t seed);
+
+void buildMesh(csgMesh& mesh, const csgMeshData& data);
+
+/// By the divergence theorem, exact for closed meshes.
+double volumeOf(const csgMesh& mesh);
+double areaOf(const csgMesh& mesh);
+/// Edges, taken by vertex identity, that are not used exactly once in each direction.
+std::size_t openEdgesOf(const csgMesh& mesh);
+/// Sum over the bits of all positions, texture coordinates, normals and statuses, in order.
+std::uint64_t hashOf(const csgMesh& mesh);
+
+/// Length of what the mesh holds of the vertical line through (x, z).
+double columnLength(const csgMesh& mesh, double x, double z);
+/// The stretches of the vertical line through (x, z) that lie inside the mesh, bottom to top.
+std::vector<std::pair<double, double>> columnOf(const csgMesh& mesh, double x, double z);
+/// Length of `land` that is left when the `holes` are cut out of it; stretches as columnOf gives them.
+double lengthWithout(const std::vector<std::pair<double, double>>& land, std::vector<std::pair<double, double>> holes);
