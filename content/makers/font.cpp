@@ -1,0 +1,108 @@
+// Makes the texture of the font: sixteen by sixteen cells, character code c in column c mod 16 of row c div 16, counted
+// from the top of the picture (the last row of the file). Text advances by half a cell, so a fixed-width face set to
+// exactly that advance is centred in each cell. White with a dark edge; clear pixels are dark, so that no light fringe
+// bleeds in.
+
+#include "exact_math.h"
+#include "image.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
+#include <vector>
+
+namespace {
+
+constexpr int cell = 64;
+constexpr int cellsAcross = 16;
+/// Pixels above and below the base line: 52 pixels to the em make a character half a cell wide.
+constexpr unsigned pixelsPerEm = 52;
+constexpr int baseLineFromTop = 47;
+/// Clear margin kept inside every cell, for labels that sample a little past it and for mipmaps.
+constexpr int margin = 4;
+constexpr double edgeWidth = 2.6;
+
+/// Coverage 0 to 1 of one cell's pixels, row 0 at the top.
+using Coverage = std::vector<double>;
+
+double& pixelOf(Coverage& coverage, int x, int y) {
+    return coverage[static_cast<std::size_t>(y * cell + x)];
+}
+
+Coverage rasterise(FT_Face face, unsigned long code) {
+    Coverage coverage(cell * cell, 0.0);
+    if (FT_Load_Char(face, code, FT_LOAD_RENDER | FT_LOAD_NO_HINTING) != 0)
+        return coverage;
+    const FT_GlyphSlot glyph = face->glyph;
+    const int width = static_cast<int>(glyph->bitmap.width);
+    const int height = static_cast<int>(glyph->bitmap.rows);
+    // Centre the advance, not the ink, so that words keep their rhythm.
+    const int left = (cell - static_cast<int>(glyph->advance.x >> 6)) / 2 + glyph->bitmap_left;
+    const int inner = margin + static_cast<int>(edgeWidth);
+    const int top = std::max(inner, std::min(baseLineFromTop - glyph->bitmap_top, cell - inner - height));
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const int cx = left + x;
+            const int cy = top + y;
+            if (cx < inner || cy < inner || cx >= cell - inner || cy >= cell - inner)
+                continue;
+            pixelOf(coverage, cx, cy) = glyph->bitmap.buffer[y * glyph->bitmap.pitch + x] / 255.0;
+        }
+    }
+    return coverage;
+}
+
+/// The glyph grown by edgeWidth with a soft rim.
+double grown(Coverage& coverage, int x, int y) {
+    constexpr int reach = 4;
+    double most = 0;
+    for (int j = std::max(0, y - reach); j <= std::min(cell - 1, y + reach); ++j) {
+        for (int i = std::max(0, x - reach); i <= std::min(cell - 1, x + reach); ++i) {
+            const double d = std::sqrt(static_cast<double>((i - x) * (i - x) + (j - y) * (j - y)));
+            most = std::max(most, pixelOf(coverage, i, j) * clamp(edgeWidth + 0.5 - d, 0, 1));
+        }
+    }
+    return most;
+}
+
+void drawCell(Image& image, FT_Face face, int code) {
+    Coverage coverage = rasterise(face, static_cast<unsigned long>(code));
+    const int left = code % cellsAcross * cell;
+    const int top = code / cellsAcross * cell;
+    for (int y = 0; y < cell; ++y) {
+        for (int x = 0; x < cell; ++x) {
+            const double ink = pixelOf(coverage, x, y);
+            const double edge = grown(coverage, x, y);
+            const double tone = edge > 0 ? clamp(ink / edge, 0, 1) : 0;
+            image.at(left + x, image.size() - 1 - (top + y)) = {tone, tone, tone, std::max(ink, 0.85 * edge)};
+        }
+    }
+}
+
+} // namespace
+
+/// Arguments: the font file, the texture file to write.
+int main(int argc, char** argv) {
+    if (argc != 3)
+        return 2;
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+    if (FT_Init_FreeType(&library) != 0 || FT_New_Face(library, argv[1], 0, &face) != 0 ||
+        FT_Set_Pixel_Sizes(face, 0, pixelsPerEm) != 0) {
+        std::cerr << argv[1] << ": not a usable font\n";
+        return 1;
+    }
+    Image image(cell * cellsAcross);
+    for (int code = 0; code < 256; ++code) {
+        const bool printable = (code > 32 && code < 127) || code > 160;
+        if (printable)
+            drawCell(image, face, code);
+    }
+    FT_Done_Face(face);
+    FT_Done_FreeType(library);
+    return writeTga(argv[2], image, true) ? 0 : 1;
+}

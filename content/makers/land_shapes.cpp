@@ -1,0 +1,110 @@
+#include "land_shapes.h"
+
+#include "exact_math.h"
+#include "noise.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr double seaBed = -13;
+
+/// Extra distance of the coast below the high-water line: the sea has eaten a notch into every foot of land.
+double seaNotch(double y) {
+    return 4.5 * smoothStep(9, 2, y);
+}
+
+/// Bumps of walls. Constant below the notch, so that no bulge becomes a ledge near the water.
+double wallBumps(const Vec3& p, double size, unsigned seed) {
+    return solidFractal(Vec3{p.x, std::max(p.y, 10.0) * 0.7, p.z} * (1 / size), 3, seed);
+}
+
+/// A round hill: height at its middle, falling to 0 at about twice the radius.
+double hill(double x, double z, double middleX, double middleZ, double radius, double height) {
+    const double dx = (x - middleX) / radius;
+    const double dz = (z - middleZ) / radius;
+    return height * exponential(-(dx * dx + dz * dz));
+}
+
+/// Heights drawn towards steps, with even ground on each step and a bank between.
+double terraced(double height, double step) {
+    const double level = std::floor(height / step);
+    const double rest = height / step - level;
+    return (level + smoothStep(0.3, 0.95, rest)) * step;
+}
+
+/// Signed distance-like value to the coast line in plan, negative on land.
+double moorholmCoast(double x, double z) {
+    const Vec3 p{x, 0, z};
+    const double wide = x * 0.97;
+    const double rounded = std::sqrt(std::sqrt(wide * wide * wide * wide + z * z * z * z));
+    const double blob = rounded - 127 + 22 * solidFractal(p * (1 / 75.0), 3, 11);
+    const Vec3 bay{x - 112, 0, z + 116};
+    return smoothIntersection(blob, 52 - length(bay) + 7 * solidNoise(p * (1 / 22.0), 31), 14);
+}
+
+double moorholmHeight(double x, double z, double coast) {
+    const Vec3 p{x, 0, z};
+    const double rolling = 9 * solidFractal(p * (1 / 55.0), 3, 41);
+    double height = 21 + rolling + hill(x, z, -58, -50, 46, 58) + hill(x, z, 62, 66, 50, 40) +
+                    hill(x, z, -72, 78, 34, 26) + hill(x, z, 74, -22, 30, 20) - hill(x, z, 8, 4, 30, 11);
+    height = mix(height, terraced(height, 15), 0.6);
+    // Towards the shore the land sinks to low cliffs, except where the shore is wild.
+    const double wild = smoothStep(-0.1, 0.35, solidNoise(p * (1 / 90.0), 61));
+    const double shore = mix(12.5 + 0.15 * rolling, std::min(height, 34.0), wild);
+    return mix(shore, height, smoothStep(2, 42, -coast));
+}
+
+double moorholmTunnel(const Vec3& p) {
+    const double bore = std::min(segmentDistance(p, {-118, 27, -62}, {-62, 25, -44}),
+                                 segmentDistance(p, {-62, 25, -44}, {-6, 30, -74}));
+    return 11.5 + 1.5 * solidNoise(p * (1 / 9.0), 71) - bore;
+}
+
+double moorholmField(const Vec3& p) {
+    const double coast = moorholmCoast(p.x, p.z);
+    const double wall = coast * 0.9 + seaNotch(p.y) + 3.2 * wallBumps(p, 17, 51);
+    const double ground = (p.y - moorholmHeight(p.x, p.z, coast)) * 0.8 + 0.9 * solidNoise(p * (1 / 11.0), 53);
+    const double land = smoothIntersection(smoothIntersection(wall, ground, 5), seaBed - p.y, 3);
+    return smoothIntersection(land, moorholmTunnel(p), 3);
+}
+
+double archField(const Vec3& p) {
+    // Legs below, half a ring above: the ring's plane is x-y, stretched downwards.
+    const double above = std::max(p.y - 14, 0.0);
+    const double along = std::sqrt(p.x * p.x + above * above) - 21;
+    const double thick = 8.5 + 2.2 * smoothStep(20, 44, p.y) + (p.x > 0 ? 1.5 : -0.5) * smoothStep(24, 8, p.y);
+    const double across = std::sqrt(along * along + p.z * p.z * 0.62) - thick;
+    const double flatTop = (p.y - 43.5) + 1.2 * solidNoise(p * (1 / 9.0), 83);
+    const double rock = smoothIntersection(across + 2.6 * wallBumps(p, 11, 81) + 0.7 * seaNotch(p.y), flatTop, 5);
+    return smoothIntersection(rock, seaBed - p.y, 3);
+}
+
+double stackField(const Vec3& p) {
+    const double waist = 3 * smoothStep(30, 14, p.y);
+    const double across = std::sqrt(p.x * p.x * 0.8 + p.z * p.z * 1.1) - 15 + waist;
+    const double top = (p.y - 37 - 0.12 * p.x) + 1.5 * solidNoise(p * (1 / 10.0), 93);
+    const double rock = smoothIntersection(across + 2.6 * wallBumps(p, 12, 91) + 0.6 * seaNotch(p.y), top, 4);
+    return smoothIntersection(rock, seaBed - p.y, 3);
+}
+
+} // namespace
+
+LandShape moorholm() {
+    return {"moorholm", moorholmField, {{-172, -22, -172}, {172, 110, 172}, 4}, [](const Vec3& p) {
+                // Coarse where only the sea can see it.
+                return mix(11, 5.9, smoothStep(-11, 3, p.y));
+            }};
+}
+
+LandShape archRock() {
+    return {"arch", archField, {{-44, -22, -26}, {44, 60, 26}, 2.5}, [](const Vec3& p) {
+                return mix(7, 4.7, smoothStep(-11, 3, p.y));
+            }};
+}
+
+LandShape seaStack() {
+    return {"stack", stackField, {{-30, -22, -30}, {30, 56, 30}, 2.5}, [](const Vec3& p) {
+                return mix(7, 5, smoothStep(-11, 3, p.y));
+            }};
+}

@@ -1,0 +1,183 @@
+#include "textures.h"
+
+#include "../exact_math.h"
+#include "../noise.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int groundSide = 256;
+
+/// Colours between a dark, a middle and a light tone; f from 0 to 1.
+Color ramp(const Color& dark, const Color& middle, const Color& light, double f) {
+    f = clamp(f, 0, 1);
+    return f < 0.5 ? mix(dark, middle, f * 2) : mix(middle, light, f * 2 - 1);
+}
+
+/// A tapering stroke that wraps around the borders, for blades and twigs.
+void stroke(Image& image, double x, double y, double angle, double length, double width, const Color& color) {
+    const double dx = cosine(angle);
+    const double dy = sine(angle);
+    const int reach = static_cast<int>(length + width) + 2;
+    const int cx = static_cast<int>(std::floor(x));
+    const int cy = static_cast<int>(std::floor(y));
+    for (int j = cy - reach; j <= cy + reach; ++j) {
+        for (int i = cx - reach; i <= cx + reach; ++i) {
+            const double px = i + 0.5 - x;
+            const double py = j + 0.5 - y;
+            const double along = clamp((px * dx + py * dy) / length, 0, 1);
+            const double ox = px - dx * along * length;
+            const double oy = py - dy * along * length;
+            const double half = width * (1 - 0.8 * along);
+            const double coverage = clamp(half + 0.5 - std::sqrt(ox * ox + oy * oy), 0, 1);
+            if (coverage > 0)
+                image.at(i, j) = over(image.at(i, j), color, coverage);
+        }
+    }
+}
+
+/// A lit round pebble with a shadow at its lower side.
+void pebble(Image& image, double x, double y, double radius, const Color& color) {
+    const int reach = static_cast<int>(radius * 1.5) + 3;
+    const int cx = static_cast<int>(std::floor(x));
+    const int cy = static_cast<int>(std::floor(y));
+    for (int j = cy - reach; j <= cy + reach; ++j) {
+        for (int i = cx - reach; i <= cx + reach; ++i) {
+            const double px = (i + 0.5 - x) / radius;
+            const double py = (j + 0.5 - y) / (radius * 0.8);
+            const double shadow = std::sqrt(px * px + (py + 0.25) * (py + 0.25));
+            Color& pixel = image.at(i, j);
+            pixel = over(pixel, {0.12, 0.07, 0.03, 0.55}, clamp((1.12 - shadow) * radius * 0.6, 0, 1));
+            const double d = std::sqrt(px * px + py * py);
+            const Color lit = scaled(color, 0.85 + 0.25 * py - 0.1 * d);
+            pixel = over(pixel, lit, clamp((1 - d) * radius, 0, 1));
+        }
+    }
+}
+
+} // namespace
+
+Image earthTexture() {
+    Image image(groundSide);
+    image.fill([](double u, double v) {
+        const double clods = tileRidges(u, v, 7, 4, 101);
+        const double tone = tileFractal(u, v, 4, 5, 111);
+        const double grit = tileNoise(u * 96, v * 96, 96, 121);
+        return ramp(rgb(0.36, 0.23, 0.13), rgb(0.60, 0.42, 0.25), rgb(0.78, 0.59, 0.38),
+                    0.32 + 0.75 * clods + 0.35 * tone + 0.12 * grit);
+    });
+    Random random(131);
+    for (int i = 0; i < 70; ++i) {
+        const double grey = random.range(0.55, 0.85);
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        const double size = random.range(0, 1);
+        pebble(image, x, y, 1.6 + 5.5 * size * size * size, rgb(grey, grey * 0.87, grey * 0.7));
+    }
+    for (int i = 0; i < 26; ++i) { // roots
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        const double angle = random.range(0, 2 * pi);
+        stroke(image, x, y, angle, random.range(8, 26), 1.1, {0.87, 0.74, 0.53, 0.55});
+    }
+    return image;
+}
+
+Image grassTexture() {
+    Image image(groundSide);
+    const auto meadow = [](double u, double v) {
+        const double tone = tileFractal(u, v, 3, 5, 201);
+        return ramp(rgb(0.17, 0.33, 0.09), rgb(0.27, 0.47, 0.13), rgb(0.41, 0.58, 0.18), 0.5 + 0.75 * tone);
+    };
+    image.fill(meadow);
+    Random random(211);
+    for (int i = 0; i < 5200; ++i) {
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        const double angle = pi / 2 + random.range(-1.1, 1.1);
+        const Color ground = meadow(x / groundSide, y / groundSide);
+        const double light = random.range(0.65, 1.6);
+        const double yellow = random.unit() < 0.15 ? 0.14 : 0.0;
+        const Color blade{ground[0] * light + yellow, ground[1] * light + yellow * 0.7, ground[2] * light * 0.9, 0.8};
+        stroke(image, x, y, angle, random.range(4, 10), 0.75, blade);
+    }
+    for (int i = 0; i < 26; ++i) { // daisies and buttercups
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        const bool yellow = random.unit() < 0.5;
+        stroke(image, x, y, 0, 0.4, 1.5, yellow ? rgb(0.98, 0.86, 0.2) : rgb(0.97, 0.97, 0.92));
+        if (!yellow)
+            stroke(image, x, y, 0, 0.2, 0.5, rgb(0.95, 0.8, 0.2));
+    }
+    return image;
+}
+
+Image heatherTexture() {
+    Image image(groundSide);
+    image.fill([](double u, double v) {
+        const double tone = tileFractal(u, v, 4, 5, 301);
+        return ramp(rgb(0.22, 0.24, 0.12), rgb(0.38, 0.38, 0.18), rgb(0.52, 0.50, 0.26), 0.5 + 0.8 * tone);
+    });
+    Random random(311);
+    for (int i = 0; i < 3400; ++i) {
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        const double patch = tileFractal(x / groundSide, y / groundSide, 5, 3, 321);
+        const double light = random.range(0.7, 1.35);
+        const bool bloom = random.unit() < clamp(0.3 + 1.3 * patch, 0.05, 0.85);
+        const Color twig =
+            bloom ? rgb(0.60 * light, 0.36 * light, 0.56 * light) : rgb(0.34 * light, 0.38 * light, 0.16 * light);
+        stroke(image, x, y, pi / 2 + random.range(-0.9, 0.9), random.range(2.5, 6.5), bloom ? 1.05 : 0.8, twig);
+    }
+    return image;
+}
+
+Image rockTexture() {
+    Image image(groundSide);
+    image.fill([](double u, double v) {
+        const double bend = 0.035 * tileFractal(u, v, 3, 3, 401);
+        const double strata = 0.5 + 0.5 * sine(2 * pi * 6 * (v + 1.6 * bend));
+        const double cracks = smoothStep(0.0, 0.09, tileRidges(u + bend, v, 4, 2, 411));
+        const CellHit block = tileCells(u + bend, v * 1.0 + bend, 6, 421);
+        const double seam = smoothStep(0.02, 0.1, block.second - block.nearest);
+        const double grain = tileFractal(u, v, 8, 5, 431);
+        const double tone = 0.46 + 0.42 * grain + 0.16 * (block.value - 0.5) + 0.14 * (strata - 0.5);
+        const Color stone = ramp(rgb(0.52, 0.49, 0.45), rgb(0.76, 0.72, 0.66), rgb(0.95, 0.91, 0.84), tone);
+        return scaled(stone, mix(0.62, 1, cracks) * mix(0.72, 1, seam));
+    });
+    return image;
+}
+
+Image sandTexture() {
+    Image image(groundSide);
+    image.fill([](double u, double v) {
+        const double bend = 0.05 * tileFractal(u, v, 3, 3, 501);
+        const double ripples = sine(2 * pi * (9 * (v + bend) + 2 * u));
+        const double grit = tileNoise(u * 128, v * 128, 128, 511);
+        const double tone = 0.55 + 0.22 * ripples + 0.25 * grit + 0.35 * tileFractal(u, v, 5, 3, 521);
+        return ramp(rgb(0.70, 0.58, 0.39), rgb(0.85, 0.75, 0.54), rgb(0.96, 0.89, 0.71), tone);
+    });
+    Random random(531);
+    for (int i = 0; i < 40; ++i) {
+        const double shade = random.range(0.7, 1.05);
+        const double x = random.range(0, groundSide);
+        const double y = random.range(0, groundSide);
+        pebble(image, x, y, random.range(0.9, 2.4), rgb(shade * 0.9, shade * 0.84, shade * 0.76));
+    }
+    return image;
+}
+
+Image waterTexture() {
+    Image image(groundSide);
+    image.fill([](double u, double v) {
+        const double bend = 0.04 * tileFractal(u, v, 3, 3, 601);
+        const double bright = 1 - smoothStep(0.0, 0.42, tileRidges(u + bend, v - bend, 5, 2, 611));
+        const double swell = tileFractal(u - bend, v, 4, 4, 621);
+        const double tone = clamp(0.42 + 0.5 * swell + 0.42 * bright, 0, 1);
+        Color c = ramp(rgb(0.42, 0.68, 0.82), rgb(0.60, 0.84, 0.93), rgb(0.95, 1.0, 1.0), tone);
+        c[3] = 0.74 + 0.2 * (tone - 0.4);
+        return c;
+    });
+    return image;
+}

@@ -1,0 +1,3 @@
+2
+Heather 3
+Bracken 3

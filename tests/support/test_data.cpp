@@ -1,0 +1,74 @@
+#include "support/test_data.h"
+
+#include "csg/csg_file.h"
+#include "csg/csg_mesh.h"
+#include "support/solids.h"
+
+#include <atomic>
+#include <fstream>
+
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+TestData::TestData() : previous(fs::current_path()) {
+    static std::atomic<int> counter = 0;
+    directory = fs::temp_directory_path() /
+                ("brackenmoor-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
+    for (const char* const part : {"level", "teams", "csg", "mesh", "textures", "sound"})
+        fs::create_directories(directory / part);
+    fs::current_path(directory);
+}
+
+TestData::~TestData() {
+    fs::current_path(previous);
+    std::error_code ignored;
+    fs::remove_all(directory, ignored);
+}
+
+void TestData::write(const std::string& path, std::string_view contents) const {
+    std::ofstream(directory / path, std::ios::binary) << contents;
+}
+
+void TestData::remove(const std::string& path) const {
+    fs::remove_all(directory / path);
+}
+
+void TestData::writeSolid(const std::string& name, const csgMeshData& data) const {
+    csgMesh mesh;
+    mesh.build(data);
+    std::vector<std::string> textures;
+    for (const csgMeshData::Part& part : data.parts)
+        textures.push_back(part.texture.empty() ? "none" : part.texture);
+    write("csg/" + name + ".csg", writeCsgText(mesh, textures));
+}
+
+void TestData::writeTeams(const std::vector<TeamDescription>& teams) const {
+    std::string list = std::to_string(teams.size()) + "\n";
+    for (const TeamDescription& team : teams) {
+        list += team.name + " " + std::to_string(team.wormCount) + "\n";
+        std::string file = std::to_string(team.worms.size()) + "\n";
+        for (const std::string& worm : team.worms)
+            file += worm + "\n";
+        write("teams/" + team.name + ".tm", file + "0.25 0.5 1\n");
+    }
+    write("teams/teams.tm", list);
+}
+
+void TestData::writeFlatLevel(const std::vector<TeamDescription>& teams) const {
+    writeSolid("slab", boxData({-100.0, -20.0, -100.0}, {100.0, 10.0, 100.0}));
+    writeSolid("sphere", sphereData(2, 10.0));
+    writeSolid("sphereDynamite", sphereData(2, 15.0));
+    writeSolid("shotgunsphere", sphereData(1, 3.5));
+    write("level/flat.lev", "1\nslab 1 1 1 0 0 0 0 0 0\n");
+    write("level/levels.lev", "1\nflat\n");
+    writeTeams(teams);
+}
+
+ShippedData::ShippedData() : previous(fs::current_path()) {
+    fs::current_path(BRACKENMOOR_DATA_DIR);
+}
+
+ShippedData::~ShippedData() {
+    fs::current_path(previous);
+}

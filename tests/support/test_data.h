@@ -1,0 +1,51 @@
+#pragma once
+
+// A run directory of its own for a test: made empty, current while it lives, removed afterwards.
+
+#include "csg/csg_mesh_data.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class TestData {
+public:
+    TestData();
+    ~TestData();
+    TestData(const TestData&) = delete;
+    TestData& operator=(const TestData&) = delete;
+
+    /// Writes a file, given by its path from the run directory.
+    void write(const std::string& path, std::string_view contents) const;
+    void remove(const std::string& path) const;
+    /// Writes "csg/" + name + ".csg"; every part is textured with the data's own texture names.
+    void writeSolid(const std::string& name, const csgMeshData& data) const;
+
+    /// A team as the team files describe it.
+    struct TeamDescription {
+        std::string name;
+        std::vector<std::string> worms;
+        int wormCount;
+    };
+    void writeTeams(const std::vector<TeamDescription>& teams) const;
+
+    /// The level "flat": a slab 200 wide whose top lies at height 10, the three crater solids, and teams.
+    void writeFlatLevel(const std::vector<TeamDescription>& teams) const;
+
+private:
+    std::filesystem::path directory;
+    std::filesystem::path previous;
+};
+
+/// The shipped data as the current directory while it lives.
+class ShippedData {
+public:
+    ShippedData();
+    ~ShippedData();
+    ShippedData(const ShippedData&) = delete;
+    ShippedData& operator=(const ShippedData&) = delete;
+
+private:
+    std::filesystem::path previous;
+};
