@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2034,SC2154 # shared with those who source this
 # Sourced by the display tests and the demo: a screen of their own, a program on it, real keys and a real mouse,
 # pictures. Whatever was started ends with the script.
 
@@ -68,7 +69,6 @@ has_ended() {
 # await_end SECONDS: waits for the program's end and puts its exit status into program_status.
 await_end() {
   wait_until "$1" has_ended || fail "the program does not end"
-  # shellcheck disable=SC2034 # for the caller
   program_status=0
   wait "$program_pid" || program_status=$?
   program_pid=
@@ -95,7 +95,7 @@ move_mouse() {
   xdotool mousemove_relative -- "$1" "$2"
 }
 
-# picture FILE
+# picture FILE: the screen as it is; .ppm is quick to write, .png small.
 picture() {
   import -window root "$1"
 }
@@ -105,9 +105,11 @@ colour_at() {
   convert "$1" -depth 8 -crop "1x1+$2+$3" rgb:- | od -An -tu1 | tr -s ' ' | sed 's/^ //; s/ $//'
 }
 
-# share FILE EXPRESSION: per mille of the pixels for which the ImageMagick expression over r, g and b (0 to 1) is true.
+# share FILE EXPRESSION [REGION]: per mille of the pixels of the picture, or of a region WIDTHxHEIGHT+X+Y of it, for which
+# the ImageMagick expression over r, g and b (0 to 1) is true.
 share() {
-  convert "$1" -alpha off -fx "($2) ? 1 : 0" -colorspace Gray -format '%[fx:round(mean*1000)]' info:
+  convert "$1" -alpha off -crop "${3:-1024x768+0+0}" +repage -resize 25% -fx "($2) ? 1 : 0" -colorspace Gray \
+    -format '%[fx:round(mean*1000)]' info:
 }
 
 # difference FILE FILE: mean difference of two pictures, per mille of full scale.

@@ -46,10 +46,10 @@ move_mouse 3000 -3000
 expect "move 3000 -3000"
 xdotool mousedown 1
 expect "button 1 0"
-picture "$scratch/full.png"
-[ "$(colour_at "$scratch/full.png" 2 2)" = "255 0 0" ] || fail "the left half is not red"
-[ "$(colour_at "$scratch/full.png" 1021 765)" = "0 255 0" ] || fail "the right half is not green"
-[ "$(colour_at "$scratch/full.png" 512 384)" = "0 0 255" ] || fail "the middle is not blue"
+picture "$scratch/full.ppm"
+[ "$(colour_at "$scratch/full.ppm" 2 2)" = "255 0 0" ] || fail "the left half is not red"
+[ "$(colour_at "$scratch/full.ppm" 1021 765)" = "0 255 0" ] || fail "the right half is not green"
+[ "$(colour_at "$scratch/full.ppm" 512 384)" = "0 0 255" ] || fail "the middle is not blue"
 
 # A second window takes the keyboard while a key and the button are down.
 xdotool keydown s
@@ -88,12 +88,12 @@ start_program "$probe"
 await_window "Window probe" 20
 expect "activate 1 0"
 sleep 0.5
-picture "$scratch/wide.png"
-[ "$(colour_at "$scratch/wide.png" 50 400)" = "0 0 0" ] || fail "there is no bar at the left"
-[ "$(colour_at "$scratch/wide.png" 1240 400)" = "0 0 0" ] || fail "there is no bar at the right"
-[ "$(colour_at "$scratch/wide.png" 120 3)" = "255 0 0" ] || fail "the picture's left half is not in place"
-[ "$(colour_at "$scratch/wide.png" 1160 797)" = "0 255 0" ] || fail "the picture's right half is not in place"
-[ "$(colour_at "$scratch/wide.png" 640 400)" = "0 0 255" ] || fail "the picture's middle is not in place"
+picture "$scratch/wide.ppm"
+[ "$(colour_at "$scratch/wide.ppm" 50 400)" = "0 0 0" ] || fail "there is no bar at the left"
+[ "$(colour_at "$scratch/wide.ppm" 1240 400)" = "0 0 0" ] || fail "there is no bar at the right"
+[ "$(colour_at "$scratch/wide.ppm" 120 3)" = "255 0 0" ] || fail "the picture's left half is not in place"
+[ "$(colour_at "$scratch/wide.ppm" 1160 797)" = "0 255 0" ] || fail "the picture's right half is not in place"
+[ "$(colour_at "$scratch/wide.ppm" 640 400)" = "0 0 255" ] || fail "the picture's middle is not in place"
 xdotool key Escape
 await_end 10
 close_screen
