@@ -43,7 +43,7 @@ void csgMesh::classifyAgainst(const csgMesh& other) {
 }
 
 void csgMesh::carve(csgMesh& tool) {
-    if (!bounds || !tool.bounds || parts.empty())
+    if (!canBeCarvedBy(tool))
         return;
     stats = {};
     stats.facesBefore = countFaces();

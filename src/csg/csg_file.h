@@ -3,9 +3,9 @@
 // Reading and writing of .csg files: white-space separated items, a part count and for each part its corner records
 // (x y z u v), its triangles (three indices into them) and one texture name.
 //
-// Counts are not trusted: nothing is allocated for them, records are read one by one. Numbers are decimal; what cannot
-// be read whole, is not finite or has a coordinate beyond csgLargestCoordinate, an index without a record and a missing
-// item each reject the file. Counts of zero or less mean no records. What follows the last part is ignored.
+// Counts are not trusted: nothing is allocated for them, records are read one by one. A missing item, one that is no
+// number, a number beyond csgLargestCoordinate and an index without a record each reject the whole file. Counts of zero
+// or less mean no records. What follows the last part is ignored.
 
 #include "csg/csg_mesh_data.h"
 

@@ -96,6 +96,8 @@ public:
     void splitAgainst(const csgMesh& other);
     /// Gives every face its status (2 to 5) with respect to the other mesh.
     void classifyAgainst(const csgMesh& other);
+    /// Both hold something, and what is adopted has a part to go to.
+    bool canBeCarvedBy(const csgMesh& tool) const { return bounds && tool.bounds && !parts.empty(); }
     /// Makes this mesh the difference of itself and the tool. The tool is used up. Normals are left to computeNormals.
     void carve(csgMesh& tool);
     /// Recomputes the normal of every vertex whose faces have changed since the last time.

@@ -6,6 +6,7 @@ void csgMesh::translate(double dx, double dy, double dz) {
     if (!bounds)
         return;
     grid.clear();
+    carvedCentres.clear();
     for (const auto& vertex : vertices) {
         vertex->position += csgVector{dx, dy, dz};
         grid.add(vertex->position);
@@ -43,6 +44,7 @@ void csgMesh::transformBy(const Matrix& matrix) {
     if (!bounds)
         return;
     grid.clear();
+    carvedCentres.clear();
     for (const auto& vertex : vertices) {
         vertex->position = matrix.transform(vertex->position);
         grid.add(vertex->position);

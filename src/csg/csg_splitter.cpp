@@ -45,7 +45,8 @@ void csgSplitter::gatherAround(const csgBounds& box) {
 void csgSplitter::splitPart(csgFaceList& list) {
     std::vector<std::size_t> near;
     list.forEachMeeting(*other.bounds, [&](std::size_t i) { near.push_back(i); });
-    histories.clear();
+    cuts.clear();
+    origins.clear();
     firstAppended = list.size();
     std::size_t next = firstAppended;
     for (const std::size_t index : near)
@@ -55,8 +56,17 @@ void csgSplitter::splitPart(csgFaceList& list) {
     list.compact();
 }
 
-csgSplitter::History csgSplitter::historyOf(std::size_t index) const {
-    return index < firstAppended ? History{} : histories[index - firstAppended];
+/// Where the cuts of the face at `index` are counted.
+std::size_t csgSplitter::originOf(std::size_t index) {
+    if (index >= firstAppended)
+        return origins[index - firstAppended];
+    cuts.emplace_back();
+    return cuts.size() - 1;
+}
+
+bool csgSplitter::isExhausted(std::size_t origin) const {
+    return cuts[origin].lossy >= csgMostLossyCuts ||
+           cuts[origin].all >= csgMostCutsPerCandidate * (candidates.size() + 1);
 }
 
 /// Returns the index to go on with: usually the next one; a piece that only reproduced its face is dealt with here,
@@ -96,8 +106,8 @@ csgSplitter::Verdict csgSplitter::splitBy(csgFaceList& list, std::size_t& index,
     if (!overlaps(s, t))
         return Verdict::goOn;
 
-    History history = historyOf(index);
-    if (history.lossyCuts >= csgMostLossyCuts || history.cuts >= csgMostCuts) {
+    const std::size_t origin = originOf(index);
+    if (isExhausted(origin)) {
         ++mesh.stats.keptUncut;
         return Verdict::done;
     }
@@ -106,9 +116,9 @@ csgSplitter::Verdict csgSplitter::splitBy(csgFaceList& list, std::size_t& index,
     const std::size_t made = mesh.appendPieces(list, face, s, t, wanted);
     if (made == 0)
         return Verdict::goOn;
-    ++history.cuts;
-    history.lossyCuts += made < wanted ? 1U : 0U;
-    histories.resize(list.size() - firstAppended, history);
+    ++cuts[origin].all;
+    cuts[origin].lossy += made < wanted ? 1U : 0U;
+    origins.resize(list.size() - firstAppended, origin);
 
     if (!face.equals(*list.last())) {
         list.take(index);
@@ -121,6 +131,6 @@ csgSplitter::Verdict csgSplitter::splitBy(csgFaceList& list, std::size_t& index,
         return Verdict::goOn;
     }
     list.removeAt(list.size() - 1);
-    histories.pop_back();
+    origins.pop_back();
     return Verdict::goOn;
 }

@@ -3,9 +3,10 @@
 // One pass of splitting the faces of a mesh along the surface of another one, which stays as it is.
 //
 // Faces are visited in list order, the pieces of a cut after all others. Only faces whose boxes meet are compared: the
-// other mesh's faces near the pass are gathered beforehand, in their order. A cut may drop a piece for its size; what
-// is left is then cut again at nearly the same place. Nothing in the geometry ends this, so a face whose forebears have
-// lost pieces too often is kept as it is.
+// other mesh's faces near the pass are gathered beforehand, in their order. A cut may drop a piece for its size, and
+// what is left is cut again at nearly the same place; or a cut point falls in with a vertex beside a sliver, and the
+// pieces cover more than the face did. Nothing in the geometry ends either, so the cuts of a face and of all its pieces
+// together are counted, and beyond a bound the pieces stay as they are.
 
 #include "csg/csg_bounds.h"
 #include "csg/csg_face_list.h"
@@ -16,9 +17,11 @@
 
 class csgMesh;
 
-/// Cuts with a dropped piece, or cuts of any kind, among a face's forebears after which it is cut no further.
+/// Cuts with a dropped piece that a face and its pieces together may suffer. Larger: a runaway costs more before it
+/// ends; smaller: a large face under a fine tool stays uncut in places.
 inline constexpr std::uint32_t csgMostLossyCuts = 32;
-inline constexpr std::uint32_t csgMostCuts = 4096;
+/// Cuts of any kind, for each face of the other mesh near by; ordinary splitting needs two or three.
+inline constexpr std::size_t csgMostCutsPerCandidate = 16;
 
 class csgSplitter {
 public:
@@ -37,10 +40,10 @@ private:
         std::size_t begin;
         std::size_t end;
     };
-    /// How a face came about: cuts among its forebears, and those of them that dropped a piece.
-    struct History {
-        std::uint32_t cuts = 0;
-        std::uint32_t lossyCuts = 0;
+    /// What has been done to one face of before the pass and to its pieces.
+    struct Cuts {
+        std::size_t all = 0;
+        std::uint32_t lossy = 0;
     };
     enum class Verdict { goOn, done };
 
@@ -48,13 +51,15 @@ private:
     std::size_t splitFace(csgFaceList& list, std::size_t index);
     Verdict splitBy(csgFaceList& list, std::size_t& index, const csgFace& cutter);
     void gatherAround(const csgBounds& box);
-    History historyOf(std::size_t index) const;
+    std::size_t originOf(std::size_t index);
+    bool isExhausted(std::size_t origin) const;
 
     csgMesh& mesh;
     const csgMesh& other;
     csgBounds gatheredBox;
     std::vector<Candidate> candidates;
     std::vector<Group> groups;
-    std::vector<History> histories; ///< of the faces appended during this pass to the current part
+    std::vector<Cuts> cuts;           ///< one for each face of the current part that was cut
+    std::vector<std::size_t> origins; ///< of the faces appended to the current part: whose pieces they are, in `cuts`
     std::size_t firstAppended = 0;
 };
