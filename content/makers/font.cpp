@@ -19,12 +19,12 @@ namespace {
 
 constexpr int cell = 64;
 constexpr int cellsAcross = 16;
-/// Pixels above and below the base line: 52 pixels to the em make a character half a cell wide.
-constexpr unsigned pixelsPerEm = 52;
-constexpr int baseLineFromTop = 47;
+/// Pixels above and below the base line: 46 pixels to the em leave room for accents and tails.
+constexpr unsigned pixelsPerEm = 46;
+constexpr int baseLineFromTop = 49;
 /// Clear margin kept inside every cell, for labels that sample a little past it and for mipmaps.
-constexpr int margin = 4;
-constexpr double edgeWidth = 2.6;
+constexpr int margin = 2;
+constexpr double edgeWidth = 2.2;
 
 /// Coverage 0 to 1 of one cell's pixels, row 0 at the top.
 using Coverage = std::vector<double>;

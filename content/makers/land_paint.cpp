@@ -10,18 +10,20 @@ namespace {
 
 enum Part { earth, grass, rock, sand, heather, partCount };
 
+/// A part for ground that leans by the normal, around a place. Walls are rock where a slow noise says so and earth
+/// elsewhere, so that both come in large patches.
 Part choose(const Vec3& normal, const Vec3& middle) {
-    const double wobble = solidFractal(middle * (1 / 24.0), 3, 7);
-    const double steep = normal.y + 0.08 * wobble;
+    const double patch = solidFractal(middle * (1 / 46.0), 2, 7);
+    const double wobble = solidFractal(middle * (1 / 20.0), 3, 17);
     if (normal.y < -0.25)
         return earth;
-    if (steep < 0.52)
-        return rock;
-    if (steep < 0.66)
+    if (normal.y + 0.1 * wobble < 0.58)
+        return patch + 0.012 * (middle.y - 12) > -0.12 ? rock : earth;
+    if (normal.y + 0.1 * wobble < 0.68 && patch < 0.05)
         return earth;
-    if (middle.y + 5 * wobble < 14)
+    if (middle.y + 5 * wobble < 15)
         return sand;
-    return middle.y + 22 * wobble > 40 ? heather : grass;
+    return middle.y + 22 * patch > 42 ? heather : grass;
 }
 
 using Neighbours = std::vector<std::array<int, 3>>;
@@ -42,17 +44,28 @@ Neighbours findNeighbours(const TriangleMesh& mesh) {
     return neighbours;
 }
 
-/// A triangle that two of its neighbours outvote takes their part.
+/// A triangle that two of its neighbours outvote takes their part. In place and in order: every change shortens the
+/// borders, whereas voting all at once makes chequered patches swap for ever.
 void calmBorders(std::vector<int>& parts, const Neighbours& neighbours) {
-    const std::vector<int> before = parts;
     for (std::size_t t = 0; t < parts.size(); ++t) {
         std::array<int, partCount> votes{};
         for (const int n : neighbours[t])
-            ++votes[static_cast<std::size_t>(before[static_cast<std::size_t>(n)])];
+            ++votes[static_cast<std::size_t>(parts[static_cast<std::size_t>(n)])];
         for (std::size_t part = 0; part < votes.size(); ++part) {
             if (votes[part] >= 2)
                 parts[t] = static_cast<int>(part);
         }
+    }
+}
+
+/// Each normal becomes the mean of its own and its neighbours', so that single facets do not speckle the land.
+void softenNormals(std::vector<Vec3>& normals, const Neighbours& neighbours) {
+    const std::vector<Vec3> before = normals;
+    for (std::size_t t = 0; t < normals.size(); ++t) {
+        Vec3 sum = before[t];
+        for (const int n : neighbours[t])
+            sum = sum + before[static_cast<std::size_t>(n)];
+        normals[t] = normalized(sum);
     }
 }
 
@@ -61,14 +74,19 @@ void calmBorders(std::vector<int>& parts, const Neighbours& neighbours) {
 SolidPaint paintLand(const TriangleMesh& mesh) {
     SolidPaint paint;
     paint.textures = {"earth", "grass", "rock", "sand", "heather"};
-    for (const auto& t : mesh.triangles) {
-        Vec3 middle;
-        for (const int v : t)
-            middle = middle + mesh.points[static_cast<std::size_t>(v)] * (1.0 / 3);
-        paint.partOfTriangle.push_back(choose(normalized(triangleCross(mesh, t)), middle));
-    }
     const Neighbours neighbours = findNeighbours(mesh);
-    for (int round = 0; round < 4; ++round)
+    std::vector<Vec3> normals;
+    for (const auto& t : mesh.triangles)
+        normals.push_back(normalized(triangleCross(mesh, t)));
+    for (int round = 0; round < 2; ++round)
+        softenNormals(normals, neighbours);
+    for (std::size_t t = 0; t < mesh.triangles.size(); ++t) {
+        Vec3 middle;
+        for (const int v : mesh.triangles[t])
+            middle = middle + mesh.points[static_cast<std::size_t>(v)] * (1.0 / 3);
+        paint.partOfTriangle.push_back(choose(normals[t], middle));
+    }
+    for (int round = 0; round < 6; ++round)
         calmBorders(paint.partOfTriangle, neighbours);
     return paint;
 }

@@ -45,19 +45,20 @@ double moorholmCoast(double x, double z) {
 
 double moorholmHeight(double x, double z, double coast) {
     const Vec3 p{x, 0, z};
-    const double rolling = 9 * solidFractal(p * (1 / 55.0), 3, 41);
-    double height = 21 + rolling + hill(x, z, -58, -50, 46, 58) + hill(x, z, 62, 66, 50, 40) +
-                    hill(x, z, -72, 78, 34, 26) + hill(x, z, 74, -22, 30, 20) - hill(x, z, 8, 4, 30, 11);
+    const double rolling = 13 * solidFractal(p * (1 / 52.0), 3, 41);
+    double height = 25 + rolling + hill(x, z, -58, -50, 46, 56) + hill(x, z, 62, 68, 44, 44) +
+                    hill(x, z, -78, 82, 30, 34) + hill(x, z, 84, -14, 26, 30) + hill(x, z, 22, -92, 26, 26) -
+                    hill(x, z, 6, 10, 30, 16) - hill(x, z, -20, 96, 24, 12);
     height = mix(height, terraced(height, 15), 0.6);
     // Towards the shore the land sinks to low cliffs, except where the shore is wild.
-    const double wild = smoothStep(-0.1, 0.35, solidNoise(p * (1 / 90.0), 61));
-    const double shore = mix(12.5 + 0.15 * rolling, std::min(height, 34.0), wild);
+    const double wild = smoothStep(-0.2, 0.25, solidNoise(p * (1 / 80.0), 61));
+    const double shore = mix(12.5 + 0.15 * rolling, std::min(height, 40.0), wild);
     return mix(shore, height, smoothStep(2, 42, -coast));
 }
 
 double moorholmTunnel(const Vec3& p) {
     const double bore = std::min(segmentDistance(p, {-118, 27, -62}, {-62, 25, -44}),
-                                 segmentDistance(p, {-62, 25, -44}, {-6, 30, -74}));
+                                 segmentDistance(p, {-62, 25, -44}, {-2, 31, -36}));
     return 11.5 + 1.5 * solidNoise(p * (1 / 9.0), 71) - bore;
 }
 

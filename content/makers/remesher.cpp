@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -172,9 +173,14 @@ bool Remesher::collapse(int a, int b) {
                                       [&](int v) { return std::find(ringB.begin(), ringB.end(), v) != ringB.end(); });
     if (common != 2)
         return false; // any other common neighbour would pinch the surface
-    const Vec3 target = projectToSurface(field, (point(a) + point(b)) * 0.5, 0.4 * wantedAlong(a, b));
-    if (!collapseKeepsShape(a, b, target) || !collapseKeepsShape(b, a, target))
+    const Vec3 middle = projectToSurface(field, (point(a) + point(b)) * 0.5, 0.4 * wantedAlong(a, b));
+    const Vec3 ends[] = {middle, point(a), point(b)};
+    const auto* const target = std::find_if(std::begin(ends), std::end(ends), [&](const Vec3& end) {
+        return collapseKeepsShape(a, b, end) && collapseKeepsShape(b, a, end);
+    });
+    if (target == std::end(ends))
         return false;
+    const Vec3 place = *target;
     for (const int gone : {t1, t2}) {
         drop(fan(a), gone);
         drop(fan(b), gone);
@@ -191,7 +197,7 @@ bool Remesher::collapse(int a, int b) {
         fan(a).push_back(t);
     }
     fan(b).clear();
-    point(a) = target;
+    point(a) = place;
     return true;
 }
 

@@ -53,7 +53,7 @@ void rod(ModelBuilder& builder, const Frame& frame, double low, double high, dou
 Model bazooka() {
     Model model = emptyModel();
     ModelBuilder builder(model);
-    const Frame tube = pointingForward({-1.45, -0.75, 0});
+    const Frame tube = pointingForward({-1.5, -0.95, 0});
     // Open at both ends: the profile turns inside at the mouth.
     builder.addLathe(
         tube,
@@ -62,9 +62,9 @@ Model bazooka() {
     builder.addLathe(tube, {{4.1, 0.38}, {2.4, 0.36}, {2.4, 0}}, 14, over(Swatch::black));
     builder.addLathe(tube, {{-1.0, 0}, {-1.0, 0.34}, {-2.6, 0.34}}, 14, over(Swatch::black));
     builder.addLathe(tube, {{2.5, 0.44}, {2.5, 0.49}, {2.95, 0.49}, {2.95, 0.44}}, 14, over(Swatch::yellow));
-    rod(builder, leaning({-1.45, -1.1, 0.9}, -0.25), -0.9, 0.1, 0.16, Swatch::wood);
-    rod(builder, leaning({-1.45, -1.1, -0.5}, -0.25), -0.8, 0.1, 0.16, Swatch::wood);
-    builder.addBox({{-1.45, -0.18, 2.2}}, {0.05, 0.18, 0.16}, over(Swatch::darkMetal));
+    rod(builder, leaning({-1.5, -1.3, 0.9}, -0.25), -0.9, 0.1, 0.16, Swatch::wood);
+    rod(builder, leaning({-1.5, -1.3, -0.5}, -0.25), -0.8, 0.1, 0.16, Swatch::wood);
+    builder.addBox({{-1.5, -0.38, 2.2}}, {0.05, 0.18, 0.16}, over(Swatch::darkMetal));
     return model;
 }
 

@@ -97,7 +97,7 @@ void addEye(ModelBuilder& builder, double side) {
     eye.up = normalized({-side * 0.10, 0.02, 1});
     eye.right = normalized(cross({0, 1, 0}, eye.up));
     eye.forward = cross(eye.right, eye.up);
-    builder.addBall(eye, {0.66, 0.62, 0.74}, 6, 12, [](double f, double g) {
+    builder.addBall(eye, {0.66, 0.62, 0.74}, 7, 14, [](double f, double g) {
         const double wide = 0.11 * sine(pi * f);
         return std::pair(0.125 + wide * sine(2 * pi * g), 0.875 - wide * cosine(2 * pi * g));
     });

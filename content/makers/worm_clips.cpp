@@ -48,10 +48,10 @@ std::vector<JointPose> jumpPose(double f, int spineJoints) {
         JointPose& joint = pose[static_cast<std::size_t>(i)];
         const double bow = i < spineJoints / 2 ? 0.3 : -0.28;
         joint.angles.x = bow * crouch + 0.5 * bow * landing - 0.03 * stretch;
-        joint.shift.y = -0.3 * crouch + 0.2 * stretch - 0.12 * landing;
+        joint.shift.y = -0.22 * crouch + 0.2 * stretch - 0.12 * landing;
     }
     pose[0].angles.x = -0.25 * crouch - 0.1 * landing;
     pose[static_cast<std::size_t>(spineJoints) - 1].angles.x -= 0.25 * stretch;
-    pose.back().angles.x = -0.9 * stretch + 0.2 * crouch;
+    pose.back().angles.x = -0.5 * stretch + 0.2 * crouch;
     return pose;
 }

@@ -88,7 +88,7 @@ Image grassTexture() {
     Image image(groundSide);
     const auto meadow = [](double u, double v) {
         const double tone = tileFractal(u, v, 3, 5, 201);
-        return ramp(rgb(0.17, 0.33, 0.09), rgb(0.27, 0.47, 0.13), rgb(0.41, 0.58, 0.18), 0.5 + 0.75 * tone);
+        return ramp(rgb(0.17, 0.33, 0.09), rgb(0.27, 0.47, 0.13), rgb(0.41, 0.58, 0.18), 0.5 + 0.5 * tone);
     };
     image.fill(meadow);
     Random random(211);
@@ -125,9 +125,9 @@ Image heatherTexture() {
         const double y = random.range(0, groundSide);
         const double patch = tileFractal(x / groundSide, y / groundSide, 5, 3, 321);
         const double light = random.range(0.7, 1.35);
-        const bool bloom = random.unit() < clamp(0.3 + 1.3 * patch, 0.05, 0.85);
+        const bool bloom = random.unit() < clamp(0.5 + 1.3 * patch, 0.12, 0.92);
         const Color twig =
-            bloom ? rgb(0.60 * light, 0.36 * light, 0.56 * light) : rgb(0.34 * light, 0.38 * light, 0.16 * light);
+            bloom ? rgb(0.68 * light, 0.38 * light, 0.64 * light) : rgb(0.34 * light, 0.38 * light, 0.16 * light);
         stroke(image, x, y, pi / 2 + random.range(-0.9, 0.9), random.range(2.5, 6.5), bloom ? 1.05 : 0.8, twig);
     }
     return image;
@@ -136,15 +136,22 @@ Image heatherTexture() {
 Image rockTexture() {
     Image image(groundSide);
     image.fill([](double u, double v) {
-        const double bend = 0.035 * tileFractal(u, v, 3, 3, 401);
-        const double strata = 0.5 + 0.5 * sine(2 * pi * 6 * (v + 1.6 * bend));
-        const double cracks = smoothStep(0.0, 0.09, tileRidges(u + bend, v, 4, 2, 411));
-        const CellHit block = tileCells(u + bend, v * 1.0 + bend, 6, 421);
-        const double seam = smoothStep(0.02, 0.1, block.second - block.nearest);
+        // Beds of stone, broken across into uneven blocks; the joints fade in and out.
+        const double bend = 0.045 * tileFractal(u, v, 2, 4, 401);
+        const double bed = 9 * (v + bend);
+        const int bedNumber = static_cast<int>(std::floor(bed));
+        const double inBed = bed - bedNumber;
+        const double bedTone = latticeValue((bedNumber % 9 + 9) % 9, 0, 0, 405);
+        const double strength = smoothStep(-0.35, 0.3, tileFractal(u, v, 5, 2, 409));
+        const double bedJoint = mix(1, smoothStep(0.0, 0.16, std::min(inBed, 1 - inBed)), 0.75 * strength);
+        const CellHit block = tileCells(u + 1.5 * bend, v + bend, 5, 421);
+        const double crack = mix(1, smoothStep(0.0, 0.07, block.second - block.nearest), strength);
+        const double chips = smoothStep(0.0, 0.10, tileRidges(u, v, 7, 2, 411));
         const double grain = tileFractal(u, v, 8, 5, 431);
-        const double tone = 0.46 + 0.42 * grain + 0.16 * (block.value - 0.5) + 0.14 * (strata - 0.5);
-        const Color stone = ramp(rgb(0.52, 0.49, 0.45), rgb(0.76, 0.72, 0.66), rgb(0.95, 0.91, 0.84), tone);
-        return scaled(stone, mix(0.62, 1, cracks) * mix(0.72, 1, seam));
+        const double tone =
+            0.5 + 0.45 * grain + 0.20 * (block.value - 0.5) + 0.30 * (bedTone - 0.5) + 0.12 * (inBed - 0.5);
+        const Color stone = ramp(rgb(0.50, 0.47, 0.43), rgb(0.75, 0.71, 0.65), rgb(0.95, 0.91, 0.84), tone);
+        return scaled(stone, mix(0.62, 1, bedJoint) * mix(0.66, 1, crack) * mix(0.82, 1, chips));
     });
     return image;
 }

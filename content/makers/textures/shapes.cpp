@@ -5,6 +5,13 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+/// A cell shows a little more than -1 to 1, so that what is drawn keeps clear of its neighbours.
+constexpr double reach = 1.12;
+
+} // namespace
+
 double discDistance(double x, double y, double middleX, double middleY, double radius) {
     const double dx = x - middleX;
     const double dy = y - middleY;
@@ -49,9 +56,9 @@ CellPainter::CellPainter(Image& sheet, int column, int row, int cellsAcross)
 void CellPainter::fill(const std::function<double(double, double)>& shape, const Color& color) {
     for (int j = 0; j < side; ++j) {
         for (int i = 0; i < side; ++i) {
-            const double x = (i + 0.5) * 2 / side - 1;
-            const double y = 1 - (j + 0.5) * 2 / side;
-            const double coverage = clamp(0.5 - shape(x, y) * side / 2, 0, 1);
+            const double x = ((i + 0.5) * 2 / side - 1) * reach;
+            const double y = (1 - (j + 0.5) * 2 / side) * reach;
+            const double coverage = clamp(0.5 - shape(x, y) * side / (2 * reach), 0, 1);
             Color& pixel = image.at(left + i, top + j);
             pixel = over(pixel, color, coverage);
         }

@@ -16,8 +16,8 @@ double boxDistance(double x, double y, double middleX, double middleY, double ha
 /// A closed polygon.
 double polygonDistance(double x, double y, const std::vector<std::pair<double, double>>& corners);
 
-/// Draws into a square cell of an image. Coordinates run over -1 to 1 in the cell, x to the right, y towards the first
-/// row.
+/// Draws into a square cell of an image. Coordinates run over -1 to 1, with a margin around, x to the right, y towards
+/// the first row.
 class CellPainter {
 public:
     CellPainter(Image& sheet, int column, int row, int cellsAcross);

@@ -99,24 +99,37 @@ void drawDynamite(CellPainter icon) {
     icon.fill([](double x, double y) { return discDistance(x, y, 0.48, 0.7, 0.09); }, rgb(1, 0.98, 0.7));
 }
 
+/// A four-pointed star.
+double starDistance(double x, double y, double middleX, double middleY, double size) {
+    const double dx = std::sqrt(std::fabs(x - middleX));
+    const double dy = std::sqrt(std::fabs(y - middleY));
+    return (dx + dy - std::sqrt(size)) * std::sqrt(size) * 0.5;
+}
+
 void drawBeamer(CellPainter icon) {
-    for (const double radius : {0.8, 0.58, 0.36}) {
-        const auto wave = [radius](double x, double y) {
-            const double squeezed = y / 0.36 + 1.5;
-            return std::max(std::fabs(std::sqrt(x * x + squeezed * squeezed) - radius) * 0.36 - 0.035, 0.0) - 0.01;
+    const auto ring = [](double middleY, double across) {
+        return [=](double x, double y) {
+            const double squeezed = (y - middleY) / 0.34;
+            return std::fabs(std::sqrt(x * x + squeezed * squeezed) - across) * 0.6 - 0.05;
         };
-        icon.fill([&](double x, double y) { return wave(x, y) - 0.045; }, ink);
-        icon.fill(wave, {0.35, 0.85, 1, 1});
-    }
-    const auto ray = [](double x, double y) {
-        return polygonDistance(x, y, {{-0.34, -0.55}, {0.34, -0.55}, {0.2, 0.9}, {-0.2, 0.9}});
     };
-    icon.fill(ray, {0.45, 0.9, 1, 0.55});
+    icon.outlined(ring(-0.55, 0.72), rgb(0.25, 0.65, 0.95), 0.05);
+    icon.fill(
+        [](double x, double y) {
+            return polygonDistance(x, y, {{-0.62, -0.5}, {0.62, -0.5}, {0.4, 0.7}, {-0.4, 0.7}});
+        },
+        {0.5, 0.92, 1, 0.45});
+    icon.outlined(ring(0.66, 0.44), rgb(0.55, 0.9, 1), 0.05);
     icon.outlined(
         [](double x, double y) {
-            return std::min(barDistance(x, y, 0, -0.42, 0, 0.3, 0.13), discDistance(x, y, 0, 0.42, 0.2));
+            return polygonDistance(
+                x, y, {{-0.13, -0.5}, {0.13, -0.5}, {0.13, 0.0}, {0.34, 0.0}, {0.0, 0.42}, {-0.34, 0.0}, {-0.13, 0.0}});
         },
-        rgb(0.98, 0.72, 0.66));
+        rgb(1, 0.86, 0.25));
+    for (const auto& [x0, y0, size] :
+         {std::array{-0.62, 0.32, 0.26}, std::array{0.66, 0.16, 0.3}, std::array{0.56, 0.82, 0.2}}) {
+        icon.fill([=](double x, double y) { return starDistance(x, y, x0, y0, size); }, rgb(1, 1, 1));
+    }
 }
 
 void drawAirstrike(CellPainter icon) {
@@ -150,7 +163,7 @@ void drawAirstrike(CellPainter icon) {
 /// One frame of the explosion at (x, y) in -1 to 1, time 0 to 1.
 Color explosionAt(double x, double y, double time, const Vec3& noisePlace) {
     const double d = std::sqrt(x * x + y * y);
-    const double grown = 0.30 + 0.56 * (1 - (1 - time) * (1 - time) * (1 - time));
+    const double grown = 0.40 + 0.47 * (1 - (1 - time) * (1 - time) * (1 - time));
     const double ragged = solidFractal(noisePlace, 5, 911);
     const double inside = (grown * (1 + 0.32 * ragged) - d) / grown; // 1 in the middle, 0 at the ragged rim
     const double heat = clamp(1.35 * inside + 0.9 * (1 - 2.1 * time) + 0.5 * ragged, 0, 1.6);
@@ -159,7 +172,7 @@ Color explosionAt(double x, double y, double time, const Vec3& noisePlace) {
     c = mix(c, rgb(1.0, 0.58, 0.06), smoothStep(0.4, 0.8, heat));
     c = mix(c, rgb(1.0, 0.93, 0.45), smoothStep(0.75, 1.15, heat));
     c = mix(c, rgb(1.0, 1.0, 0.93), smoothStep(1.1, 1.5, heat));
-    const double fading = 1 - smoothStep(0.45, 1.0, time);
+    const double fading = 1 - smoothStep(0.6, 1.04, time);
     c[3] = smoothStep(0, 0.28, inside) * fading * smoothStep(0.98, 0.85, d);
     return c;
 }
