@@ -7,9 +7,24 @@
 #include <memory>
 
 void Script::advance() {
+    if (handle.done())
+        return;
     const std::function<bool()>& ready = handle.promise().ready;
-    if (!handle.done() && (!ready || ready()))
-        handle.resume();
+    if (ready && !ready())
+        return;
+    handle.promise().ready = nullptr;
+    handle.resume();
+}
+
+void Script::Awaiter::await_suspend(std::coroutine_handle<promise_type> handle) {
+    handle.promise().ready = condition;
+}
+
+Script::Awaiter Script::promise_type::await_transform(Script part) {
+    return {[running = std::make_shared<Script>(std::move(part))] {
+        running->advance();
+        return running->isDone();
+    }};
 }
 
 Wait frames(unsigned count) {
@@ -32,6 +47,8 @@ int playGame(const std::function<Script()>& script, const PlaySettings& settings
     headless::reset();
     headless::setTick(settings.startTick);
     headless::setFrameDuration(settings.frameDuration);
+    if (settings.prepare)
+        settings.prepare();
     Script running = script();
     headless::onFrame([&] {
         running.advance();

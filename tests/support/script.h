@@ -1,6 +1,7 @@
 #pragma once
 
-// Scripts that play the game from inside: coroutines that are resumed at the end of a frame.
+// Scripts that play the game from inside: coroutines that are resumed at the end of a frame. A script may await another
+// script as well as a number of frames or a condition.
 //
 //     const int status = playGame([&]() -> Script {
 //         headless::keyDown('1');
@@ -15,17 +16,34 @@
 #include <coroutine>
 #include <exception>
 #include <functional>
+#include <utility>
+
+class Script;
+
+/// What a script waits for: asked at the end of each frame, it answers true when the script may go on.
+struct Wait {
+    std::function<bool()> condition;
+};
 
 class Script {
 public:
+    struct promise_type;
+    struct Awaiter {
+        std::function<bool()> condition;
+
+        bool await_ready() const { return false; }
+        void await_suspend(std::coroutine_handle<promise_type> handle);
+        void await_resume() const {}
+    };
     struct promise_type {
         Script get_return_object() { return Script(std::coroutine_handle<promise_type>::from_promise(*this)); }
         std::suspend_always initial_suspend() noexcept { return {}; }
         std::suspend_always final_suspend() noexcept { return {}; }
         void return_void() {}
         void unhandled_exception() { std::terminate(); }
+        Awaiter await_transform(Wait wait) { return {std::move(wait.condition)}; }
+        Awaiter await_transform(Script part);
 
-        /// Asked at the end of each frame; the script goes on when it answers true.
         std::function<bool()> ready;
     };
 
@@ -46,15 +64,6 @@ private:
     std::coroutine_handle<promise_type> handle;
 };
 
-/// What a script waits for.
-struct Wait {
-    std::function<bool()> condition;
-
-    bool await_ready() const { return false; }
-    void await_suspend(std::coroutine_handle<Script::promise_type> handle) { handle.promise().ready = condition; }
-    void await_resume() const {}
-};
-
 /// Waits for this many frames.
 Wait frames(unsigned count);
 /// Waits until the condition holds at the end of a frame, at most for this many frames.
@@ -68,6 +77,8 @@ struct PlaySettings {
     unsigned startTick = 1000;
     /// Frames after which the game is ended and the test fails.
     unsigned frameLimit = 60000;
+    /// Called on the fresh desktop, before the game starts: to order failures, to leave out extensions.
+    std::function<void()> prepare = {};
 };
 
 /// Resets the desktop, runs WinMain with the script and returns its result.

@@ -1,0 +1,102 @@
+// The shipped data: every file reads back, the land is closed, worms find ground, and a whole round can be played.
+
+#include "core/module_manager.h"
+#include "core/scene_node.h"
+#include "core/team.h"
+#include "core/team_manager.h"
+#include "csg/csg_object.h"
+#include "game/worm.h"
+#include "platform/headless/headless.h"
+#include "render/milkshape_model.h"
+#include "render/texture_manager.h"
+#include "support/play.h"
+#include "support/solids.h"
+#include "support/test_data.h"
+#include "support/test_services.h"
+#include "support/whole_round.h"
+#include "support/world_hash.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+std::vector<std::string> namesIn(const char* directory, const char* extension) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
+        if (entry.path().extension() == extension)
+            names.push_back(entry.path().stem().string());
+    return names;
+}
+
+TEST(ShippedData, EverySolidIsClosedAndOrientedOutward) {
+    const ShippedData data;
+    const TestServices services;
+    const std::vector<std::string> solids = namesIn("csg", ".csg");
+    EXPECT_GE(solids.size(), 5u);
+    for (const std::string& name : solids) {
+        csgObject solid;
+        ASSERT_TRUE(solid.load("./csg/" + name)) << name;
+        EXPECT_EQ(openEdgesOf(solid), 0u) << name;
+        EXPECT_GT(volumeOf(solid), 0.0) << name;
+    }
+}
+
+TEST(ShippedData, EveryModelAndTextureReadsBack) {
+    const ShippedData data;
+    const TestServices services;
+    for (const std::string& name : namesIn("mesh", ".ms3d")) {
+        MilkShapeModel model("model");
+        EXPECT_TRUE(model.load(name)) << name;
+        for (const ModelMaterial& material : model.getMaterials())
+            EXPECT_TRUE(material.textureFile.empty() || material.texture != nullptr)
+                << name << " asks for " << material.textureFile;
+    }
+    for (const std::string& name : namesIn("textures", ".tga"))
+        EXPECT_NE(theModuleManager->getTextureManager()->getTexture(name), nullptr) << name;
+    for (const char* const fixedName : {"font", "hud", "water", "explosion", "smoke"})
+        EXPECT_NE(theModuleManager->getTextureManager()->getTexture(fixedName), nullptr) << fixedName;
+}
+
+TEST(ShippedData, WormsStandDryOnTheLand) {
+    const ShippedData data;
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        PlaySettings settings;
+        settings.startTick = seed * 7919;
+        playGame(
+            []() -> Script {
+                co_await frames(40);
+                for (const Team* const team : theModuleManager->getTeamManager()->getTeams()) {
+                    EXPECT_EQ(team->getWorms().size(), 3u);
+                    for (const Worm* const worm : team->getWorms())
+                        EXPECT_GE(worm->getPosition().y, 1.0f);
+                }
+            },
+            settings);
+    }
+}
+
+TEST(ShippedData, AWholeRoundIsPlayed) {
+    const ShippedData data;
+    RoundRecord record;
+    EXPECT_EQ(playWholeRound(1, record), 0);
+    EXPECT_EQ(record.teamsLeft, 1);
+    EXPECT_GE(record.turns, 6u);
+    EXPECT_TRUE(record.bannerShown);
+    EXPECT_TRUE(record.nextRoundStarted);
+    EXPECT_TRUE(headless::messageBoxes().empty());
+    for (const std::string& problem : headless::problems())
+        ADD_FAILURE() << problem;
+}
+
+TEST(ShippedData, TheSameSeedAndScriptGiveTheSameBits) {
+    const ShippedData data;
+    RoundRecord first;
+    RoundRecord second;
+    playWholeRound(5, first);
+    playWholeRound(5, second);
+    EXPECT_EQ(first.stateHash, second.stateHash);
+}
+
+} // namespace
