@@ -144,7 +144,7 @@ TEST_F(BadData, ACraterFileThatWillNotLoadCutsNothingAndDoesTheRest) {
             co_await frames(60);
             const Worm* const shooter = world::activeWorm();
             co_await takeWeapon(0);
-            co_await aimAt(1.5f, 0.0f);
+            co_await aimAt(-1.5f, 0.0f);
             co_await pressFire(1);
             co_await until([] { return world::countNodes("explosion") == 1; }, 100);
             EXPECT_EQ(world::landFaces(), 12u);

@@ -20,11 +20,10 @@
 
 namespace {
 
-/// Straight down: the rocket goes off at the shooter's feet.
-constexpr float downward = 1.5f;
-constexpr float level = 0.0f;
+/// Aims are positive upwards. Straight down: the rocket goes off at the shooter's feet.
+constexpr float downward = -1.5f;
 /// Up and away over the edge of the slab.
-constexpr float upward = -0.8f;
+constexpr float upward = 0.8f;
 
 std::string activeName() {
     const Worm* const worm = world::activeWorm();

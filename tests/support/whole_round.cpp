@@ -15,7 +15,7 @@ namespace {
 
 /// More turns than any round takes that goes as planned.
 constexpr unsigned mostTurns = 200;
-constexpr float downward = 1.5f;
+constexpr float downward = -1.5f;
 
 /// The yaw that points from the active worm to the nearest worm of another team.
 float yawToNearestEnemy(const Worm& shooter) {
@@ -50,7 +50,7 @@ Script roundScript(RoundRecord& record) {
         if (shooter->getTeam() == losing && record.turns >= 2)
             co_await fireBazooka(downward, 0.0f, 1);
         else
-            co_await fireBazooka(-0.4f, yawToNearestEnemy(*shooter), 20);
+            co_await fireBazooka(0.4f, yawToNearestEnemy(*shooter), 20);
         ++record.turns;
         // Who has been thrown into the sea dies a little later.
         co_await frames(120);
