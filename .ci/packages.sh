@@ -12,8 +12,8 @@ build_packages=(
 run_packages=(libgl1-mesa-dri)
 # What showing and testing it without a display needs.
 virtual_display_packages=(xvfb xdotool imagemagick)
-# What the tests and benchmarks are built with.
-test_packages=(libgtest-dev libbenchmark-dev)
+# What the tools, tests and benchmarks are built with.
+test_packages=(libcli11-dev libgtest-dev libbenchmark-dev)
 
 is_installed() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
