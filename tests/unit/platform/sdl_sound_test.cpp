@@ -161,6 +161,8 @@ TEST_F(SdlSound, WhatIsNoSoundDoesNotOpen) {
     EXPECT_EQ(FSOUND_Stream_Open(folder.c_str(), 0x2000, 0, 0), nullptr);
     std::ofstream(folder / "text.wav") << "no sound";
     EXPECT_EQ(open("text.wav"), nullptr);
+    std::filesystem::resize_file(folder / "low.wav", 30);
+    EXPECT_EQ(open("low.wav"), nullptr) << "cut off in its header";
     FSOUND_Close();
 }
 
