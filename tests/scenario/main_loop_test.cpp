@@ -29,8 +29,8 @@ Script tapAndExpect(int key, const char* text) {
     EXPECT_EQ(message(), text);
 }
 
-/// The sea switches texturing on again at the end of every frame, so only the call itself can be seen, right before the next
-/// frame begins.
+/// The sea switches texturing on again at the end of every frame, so only the call itself can be seen, right before the
+/// next frame begins.
 Script tapT(const char* expectedCall) {
     headless::recordGl(true);
     headless::tapKey('T');
@@ -175,9 +175,10 @@ TEST_F(MainLoopScenario, AWindowThatCannotBeOpenedEndsTheGame) {
             },
             settings);
     };
-    for (const headless::Call call : {headless::Call::registerClass, headless::Call::createWindow, headless::Call::getDC,
-                                      headless::Call::choosePixelFormat, headless::Call::setPixelFormat,
-                                      headless::Call::createContext, headless::Call::makeCurrent}) {
+    for (const headless::Call call :
+         {headless::Call::registerClass, headless::Call::createWindow, headless::Call::getDC,
+          headless::Call::choosePixelFormat, headless::Call::setPixelFormat, headless::Call::createContext,
+          headless::Call::makeCurrent}) {
         for (const unsigned successes : {0u, 1u}) { // the window of the start, then the full-screen one
             EXPECT_LT(startWith(call, successes), 0);
             ASSERT_GE(headless::messageBoxes().size(), 1u);
