@@ -13,11 +13,17 @@ struct Sheet {
 };
 
 constexpr Sheet sheets[] = {
-    {"earth", earthTexture, false},     {"grass", grassTexture, false},     {"rock", rockTexture, false},
-    {"sand", sandTexture, false},       {"heather", heatherTexture, false}, {"water", waterTexture, true},
-    {"sky", skyTexture, false},         {"deep", deepTexture, false},       {"wurm", wormTexture, false},
-    {"weapons", weaponsTexture, false}, {"hud", hudTexture, true},          {"explosion", explosionTexture, true},
-    {"smoke", smokeTexture, true},
+    {"earth", earthTexture, false},     {"grass", grassTexture, false},
+    {"rock", rockTexture, false},       {"sand", sandTexture, false},
+    {"heather", heatherTexture, false}, {"water", waterTexture, true},
+    {"sky", skyTexture, false},         {"deep", deepTexture, false},
+    {"wurm", wormTexture, false},       {"weapons", weaponsTexture, false},
+    {"hud", hudTexture, true},          {"explosion", explosionTexture, true},
+    {"smoke", smokeTexture, true},      {"redstone", redstoneTexture, false},
+    {"slate", slateTexture, false},     {"moss", mossTexture, false},
+    {"snow", snowTexture, false},       {"ash", ashTexture, false},
+    {"brick", brickTexture, false},     {"planks", planksTexture, false},
+    {"Rocket", crateTexture, false},
 };
 
 } // namespace

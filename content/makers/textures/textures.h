@@ -10,6 +10,15 @@ Image grassTexture();
 Image rockTexture();
 Image sandTexture();
 Image heatherTexture();
+Image redstoneTexture();
+Image slateTexture();
+Image mossTexture();
+Image snowTexture();
+Image ashTexture();
+Image brickTexture();
+Image planksTexture();
+/// One side of a wooden crate.
+Image crateTexture();
 /// Bright, because the sea multiplies two layers of it; alpha lets the depth shine through.
 Image waterTexture();
 /// The upper half of the sky seen straight up: the zenith in the middle, the horizon at the inscribed circle.
