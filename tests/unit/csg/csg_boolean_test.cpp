@@ -257,3 +257,17 @@ TEST(CsgBoolean, PublicStepsClassifyEveryFace) {
         inside += face->status == csgInside ? face->area() : 0.0;
     EXPECT_NEAR(inside, 4.0, 1e-9);
 }
+
+TEST(CsgBoolean, SameBitsInEveryBuild) {
+    // Made with the four operations and the square root alone, which are the same everywhere.
+    csgMesh land;
+    land.build(boxData({-20, -8, -20}, {20, 8, 20}));
+    for (int i = 0; i < 40; ++i) {
+        csgMesh tool;
+        tool.build(sphereData(i % 2 + 1, 3.0 + 0.25 * (i % 7)));
+        tool.translate((i * 37 % 41) - 20.3, 7.6 - 0.1 * (i % 9), (i * 23 % 41) - 19.7);
+        land.carve(tool);
+        land.computeNormals();
+    }
+    EXPECT_EQ(hashOf(land), 10096666213355097761ULL) << "as the release, debug and sanitizer builds of x86-64 gave it";
+}
