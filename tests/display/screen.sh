@@ -34,19 +34,33 @@ wait_until() {
   done
 }
 
+# try_screen WIDTHxHEIGHT: starts a virtual screen; false when it does not answer.
+try_screen() {
+  : >"$scratch/display"
+  # Without -noreset the server starts anew, and drops who is just connecting, whenever its last client goes.
+  Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp -noreset 3>"$scratch/display" >"$scratch/xvfb" 2>&1 &
+  screen_pid=$!
+  wait_until 20 test -s "$scratch/display" || return 1
+  DISPLAY=":$(tr -d '[:space:]' <"$scratch/display")"
+  export DISPLAY
+  wait_until 5 xdotool getdisplaygeometry
+}
+
 # open_screen [WIDTHxHEIGHT]: a virtual screen, 1024x768 by default.
 open_screen() {
-  : >"$scratch/display"
-  Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp 3>"$scratch/display" >"$scratch/xvfb" 2>&1 &
-  screen_pid=$!
-  wait_until 20 test -s "$scratch/display" || fail "Xvfb does not start: $(cat "$scratch/xvfb")"
-  DISPLAY=":$(tr -d '[:space:]' <"$scratch/display")"
-  export DISPLAY LIBGL_ALWAYS_SOFTWARE=1 SDL_AUDIODRIVER=dummy
+  local tries=3
   unset WAYLAND_DISPLAY SDL_VIDEODRIVER
+  export LIBGL_ALWAYS_SOFTWARE=1 SDL_AUDIODRIVER=dummy
+  # Servers that start at the same moment can take the same number, and then one of them is deaf.
+  until try_screen "${1:-1024x768}"; do
+    tries=$((tries - 1))
+    [ $tries -gt 0 ] || fail "Xvfb does not start: $(cat "$scratch/xvfb")"
+    close_screen
+  done
 }
 
 close_screen() {
-  kill "$screen_pid"
+  kill "$screen_pid" 2>/dev/null || true
   wait "$screen_pid" 2>/dev/null || true
   screen_pid=
 }
