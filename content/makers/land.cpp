@@ -6,11 +6,12 @@
 namespace {
 
 bool writeLand(const std::filesystem::path& directory, const LandShape& shape) {
-    Remesher remesher(polygonise(shape.field, shape.box), shape.field, shape.edgeLength);
+    const TriangleMesh rough = withoutCrumbs(polygonise(shape.field, shape.box), 200);
+    Remesher remesher(rough, shape.field, shape.edgeLength);
     remesher.run(10);
     TriangleMesh mesh = remesher.result();
     quantize(mesh, 1e3);
-    return writeSolid(directory / (shape.name + ".csg"), mesh, paintLand(mesh));
+    return writeSolid(directory / (shape.name + ".csg"), mesh, paintLand(mesh, shape.theme));
 }
 
 } // namespace
@@ -20,9 +21,11 @@ int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
     const std::filesystem::path directory = argv[1];
-    for (const LandShape& shape : {moorholm(), archRock(), seaStack()}) {
+    bool faulty = false;
+    for (const LandShape& shape : {moorholm(), archRock(), seaStack(), skerries(), needle(), ringmere(), basaltArch(),
+                                   floatingIsle(), fortress(), watchtower()}) {
         if (!writeLand(directory, shape))
-            return 1;
+            faulty = true;
     }
-    return 0;
+    return faulty ? 1 : 0;
 }

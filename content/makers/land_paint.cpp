@@ -8,22 +8,24 @@
 
 namespace {
 
-enum Part { earth, grass, rock, sand, heather, partCount };
+enum Part { crater, ground, wall, shore, heights, masonry, partCount };
 
-/// A part for ground that leans by the normal, around a place. Walls are rock where a slow noise says so and earth
+/// A part for ground that leans by the normal, around a place. Walls are stone where a slow noise says so and earth
 /// elsewhere, so that both come in large patches.
-Part choose(const Vec3& normal, const Vec3& middle) {
+Part choose(const LandTheme& theme, const Vec3& normal, const Vec3& middle) {
     const double patch = solidFractal(middle * (1 / 46.0), 2, 7);
     const double wobble = solidFractal(middle * (1 / 20.0), 3, 17);
+    if (theme.built && theme.built(middle))
+        return normal.y < 0.62 ? masonry : heights;
     if (normal.y < -0.25)
-        return earth;
+        return theme.bareWalls < 0.5 ? crater : wall;
     if (normal.y + 0.1 * wobble < 0.58)
-        return patch + 0.012 * (middle.y - 12) > -0.12 ? rock : earth;
+        return patch + 0.012 * (middle.y - 12) > -theme.bareWalls ? wall : crater;
     if (normal.y + 0.1 * wobble < 0.68 && patch < 0.05)
-        return earth;
-    if (middle.y + 5 * wobble < 15)
-        return sand;
-    return middle.y + 22 * patch > 42 ? heather : grass;
+        return crater;
+    if (middle.y + 5 * wobble < theme.shoreBelow)
+        return shore;
+    return middle.y + 22 * patch > theme.heightsAbove ? heights : ground;
 }
 
 using Neighbours = std::vector<std::array<int, 3>>;
@@ -71,9 +73,11 @@ void softenNormals(std::vector<Vec3>& normals, const Neighbours& neighbours) {
 
 } // namespace
 
-SolidPaint paintLand(const TriangleMesh& mesh) {
+SolidPaint paintLand(const TriangleMesh& mesh, const LandTheme& theme) {
     SolidPaint paint;
-    paint.textures = {"earth", "grass", "rock", "sand", "heather"};
+    paint.textures = {theme.crater, theme.ground, theme.wall, theme.shore, theme.heights};
+    if (theme.built)
+        paint.textures.push_back(theme.masonry);
     const Neighbours neighbours = findNeighbours(mesh);
     std::vector<Vec3> normals;
     for (const auto& t : mesh.triangles)
@@ -84,7 +88,7 @@ SolidPaint paintLand(const TriangleMesh& mesh) {
         Vec3 middle;
         for (const int v : mesh.triangles[t])
             middle = middle + mesh.points[static_cast<std::size_t>(v)] * (1.0 / 3);
-        paint.partOfTriangle.push_back(choose(normals[t], middle));
+        paint.partOfTriangle.push_back(choose(theme, normals[t], middle));
     }
     for (int round = 0; round < 6; ++round)
         calmBorders(paint.partOfTriangle, neighbours);

@@ -1,37 +1,12 @@
 #include "land_shapes.h"
 
 #include "exact_math.h"
+#include "land_tools.h"
 #include "noise.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr double seaBed = -13;
-
-/// Extra distance of the coast below the high-water line: the sea has eaten a notch into every foot of land.
-double seaNotch(double y) {
-    return 4.5 * smoothStep(9, 2, y);
-}
-
-/// Bumps of walls. Constant below the notch, so that no bulge becomes a ledge near the water.
-double wallBumps(const Vec3& p, double size, unsigned seed) {
-    return solidFractal(Vec3{p.x, std::max(p.y, 10.0) * 0.7, p.z} * (1 / size), 3, seed);
-}
-
-/// A round hill: height at its middle, falling to 0 at about twice the radius.
-double hill(double x, double z, double middleX, double middleZ, double radius, double height) {
-    const double dx = (x - middleX) / radius;
-    const double dz = (z - middleZ) / radius;
-    return height * exponential(-(dx * dx + dz * dz));
-}
-
-/// Heights drawn towards steps, with even ground on each step and a bank between.
-double terraced(double height, double step) {
-    const double level = std::floor(height / step);
-    const double rest = height / step - level;
-    return (level + smoothStep(0.3, 0.95, rest)) * step;
-}
 
 /// Signed distance-like value to the coast line in plan, negative on land.
 double moorholmCoast(double x, double z) {
@@ -92,20 +67,28 @@ double stackField(const Vec3& p) {
 } // namespace
 
 LandShape moorholm() {
-    return {"moorholm", moorholmField, {{-172, -22, -172}, {172, 110, 172}, 4}, [](const Vec3& p) {
+    return {"moorholm",
+            moorholmField,
+            {{-172, -22, -172}, {172, 110, 172}, 4},
+            [](const Vec3& p) {
                 // Coarse where only the sea can see it.
                 return mix(11, 5.9, smoothStep(-11, 3, p.y));
-            }};
+            },
+            {}};
 }
 
 LandShape archRock() {
-    return {"arch", archField, {{-44, -22, -26}, {44, 60, 26}, 2.5}, [](const Vec3& p) {
-                return mix(7, 4.7, smoothStep(-11, 3, p.y));
-            }};
+    return {"arch",
+            archField,
+            {{-44, -22, -26}, {44, 60, 26}, 2.5},
+            [](const Vec3& p) { return mix(7, 4.7, smoothStep(-11, 3, p.y)); },
+            {}};
 }
 
 LandShape seaStack() {
-    return {"stack", stackField, {{-30, -22, -30}, {30, 56, 30}, 2.5}, [](const Vec3& p) {
-                return mix(7, 5, smoothStep(-11, 3, p.y));
-            }};
+    return {"stack",
+            stackField,
+            {{-30, -22, -30}, {30, 56, 30}, 2.5},
+            [](const Vec3& p) { return mix(7, 5, smoothStep(-11, 3, p.y)); },
+            {}};
 }

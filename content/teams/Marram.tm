@@ -1,0 +1,3 @@
+3
+Dune Samphire Lapwing
+0.15 0.55 0.35
