@@ -59,6 +59,7 @@ fire() {
 quit_by_escape() {
   xdotool keydown Escape
   wait_until 20 has_ended || fail "Escape does not end the game"
+  xdotool keyup Escape
   await_end 1
   [ "$program_status" = 0 ] || fail "the game ends with status $program_status"
   more_logged "$end_line" 0 || fail "the game did not take its services down"

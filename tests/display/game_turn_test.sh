@@ -48,6 +48,9 @@ wait_until 5 more_logged "$rocket_line" 0 || fail "no rocket left the bazooka"
 wait_until 8 more_logged "$cut_line" 0 || fail "no crater was cut"
 sleep 0.8
 picture "$scratch/crater.ppm"
+# Still the same view: nothing else may count as bare earth.
+changed=$(difference "$scratch/armed.ppm" "$scratch/crater.ppm")
+[ "$changed" -le 60 ] || fail "the view changed by $changed per mille while the crater was cut"
 before=$(share "$scratch/armed.ppm" "$bare_earth")
 more_than $((before + 4)) "$(share "$scratch/crater.ppm" "$bare_earth")" "bare earth after the blast"
 
