@@ -154,6 +154,8 @@ int run(int argumentCount, char** values) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
+        if (app.get_subcommands().empty() && argumentCount > 1)
+            throw ToolError("'" + std::string(values[1]) + "' is none of info, subtract and obj");
         throw ToolError(error.what());
     }
     if (info->parsed())
