@@ -99,6 +99,8 @@ private:
             return 0;
         return face.corners[1]->equals(v) ? 1 : 2;
     }
+    /// The corner that the two points are most nearly in line with. Of equals the last one: a piece may then fold over
+    /// its neighbour, which changes neither the surface seen nor the volume.
     std::size_t linedCorner(const csgVector& p, const csgVector& q) const;
     std::size_t finish(int pattern, std::initializer_list<Triangle> triangles);
 

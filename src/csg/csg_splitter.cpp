@@ -42,6 +42,17 @@ void csgSplitter::gatherAround(const csgBounds& box) {
     }
 }
 
+/// Where the cuts of the face at `index` are counted.
+std::size_t csgSplitter::originOf(const csgFaceList& list, std::size_t index) {
+    if (index >= firstAppended)
+        return origins[index - firstAppended];
+    if (cuts.empty() || lastOriginal != index) {
+        lastOriginal = index;
+        cuts.push_back({csgMostCutsPerCutter * (1 + countCutters(list[index]->bounds))});
+    }
+    return cuts.size() - 1;
+}
+
 void csgSplitter::splitPart(csgFaceList& list) {
     std::vector<std::size_t> near;
     list.forEachMeeting(*other.bounds, [&](std::size_t i) { near.push_back(i); });
@@ -56,17 +67,10 @@ void csgSplitter::splitPart(csgFaceList& list) {
     list.compact();
 }
 
-/// Where the cuts of the face at `index` are counted.
-std::size_t csgSplitter::originOf(std::size_t index) {
-    if (index >= firstAppended)
-        return origins[index - firstAppended];
-    cuts.emplace_back();
-    return cuts.size() - 1;
-}
-
-bool csgSplitter::isExhausted(std::size_t origin) const {
-    return cuts[origin].lossy >= csgMostLossyCuts ||
-           cuts[origin].all >= csgMostCutsPerCandidate * (candidates.size() + 1);
+std::size_t csgSplitter::countCutters(const csgBounds& box) const {
+    return static_cast<std::size_t>(
+        std::count_if(candidates.begin(), candidates.end(),
+                      [&](const Candidate& candidate) { return overlaps(box, candidate.box); }));
 }
 
 /// Returns the index to go on with: usually the next one; a piece that only reproduced its face is dealt with here,
@@ -106,8 +110,8 @@ csgSplitter::Verdict csgSplitter::splitBy(csgFaceList& list, std::size_t& index,
     if (!overlaps(s, t))
         return Verdict::goOn;
 
-    const std::size_t origin = originOf(index);
-    if (isExhausted(origin)) {
+    const std::size_t origin = originOf(list, index);
+    if (cuts[origin].all >= cuts[origin].allowed || cuts[origin].lossy >= csgMostLossyCuts) {
         ++mesh.stats.keptUncut;
         return Verdict::done;
     }

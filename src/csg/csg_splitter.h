@@ -20,8 +20,9 @@ class csgMesh;
 /// Cuts with a dropped piece that a face and its pieces together may suffer. Larger: a runaway costs more before it
 /// ends; smaller: a large face under a fine tool stays uncut in places.
 inline constexpr std::uint32_t csgMostLossyCuts = 32;
-/// Cuts of any kind, for each face of the other mesh near by; ordinary splitting needs two or three.
-inline constexpr std::size_t csgMostCutsPerCandidate = 16;
+/// Cuts of any kind, for each face of the other mesh whose box meets the face's box; ordinary splitting needs fewer
+/// than two.
+inline constexpr std::size_t csgMostCutsPerCutter = 4;
 
 class csgSplitter {
 public:
@@ -42,6 +43,7 @@ private:
     };
     /// What has been done to one face of before the pass and to its pieces.
     struct Cuts {
+        std::size_t allowed = 0;
         std::size_t all = 0;
         std::uint32_t lossy = 0;
     };
@@ -51,8 +53,8 @@ private:
     std::size_t splitFace(csgFaceList& list, std::size_t index);
     Verdict splitBy(csgFaceList& list, std::size_t& index, const csgFace& cutter);
     void gatherAround(const csgBounds& box);
-    std::size_t originOf(std::size_t index);
-    bool isExhausted(std::size_t origin) const;
+    std::size_t originOf(const csgFaceList& list, std::size_t index);
+    std::size_t countCutters(const csgBounds& box) const;
 
     csgMesh& mesh;
     const csgMesh& other;
@@ -61,5 +63,6 @@ private:
     std::vector<Group> groups;
     std::vector<Cuts> cuts;           ///< one for each face of the current part that was cut
     std::vector<std::size_t> origins; ///< of the faces appended to the current part: whose pieces they are, in `cuts`
+    std::size_t lastOriginal = 0;     ///< index of the face that the newest of `cuts` belongs to
     std::size_t firstAppended = 0;
 };

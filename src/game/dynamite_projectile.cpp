@@ -3,7 +3,6 @@
 #include "core/log.h"
 #include "core/module_manager.h"
 #include "core/sound_control.h"
-#include "game/explosion.h"
 #include "render/milkshape_model.h"
 
 namespace {
@@ -11,10 +10,7 @@ namespace {
 /// World units per second².
 const Vector3 gravity(0.0f, -10.0f, 0.0f);
 constexpr std::int32_t fuseTime = 5000;
-/// A stick below this height has left the level.
-constexpr float lowestHeight = -5.0f;
 constexpr Detonation dynamiteDetonation{"./csg/sphereDynamite", 15.0f, 90.0f, 15.0f};
-constexpr float explosionSize = 10.0f;
 
 constexpr const char* fuseSound = "sound/sfx/fuse.wav";
 constexpr int fuseChannel = 1;
@@ -42,19 +38,8 @@ DynamiteProjectile::~DynamiteProjectile() {
 void DynamiteProjectile::update() {
     SceneNode::update();
     fly(gravity);
-    if (packet.worldPosition.y < lowestHeight) {
-        theModuleManager->getSoundControl()->stop(fuseSound);
-        theModuleManager->getSceneRoot()->deleteChild(this);
-    } else if (isTooOld()) {
-        explode();
-    }
-}
-
-void DynamiteProjectile::explode() {
-    SceneNode* const root = theModuleManager->getSceneRoot();
-    const Vector3 centre = getPosition();
-    detonate(dynamiteDetonation);
-    root->addChild(new Explosion("explosion", centre, explosionSize));
-    theModuleManager->getSoundControl()->stop(fuseSound);
-    root->deleteChild(this);
+    if (isBelowLevel())
+        vanish(fuseSound);
+    else if (isTooOld())
+        explode(dynamiteDetonation, fuseSound);
 }

@@ -15,7 +15,5 @@ public:
     void update() override;
 
 private:
-    void explode();
-
     MilkShapeModel* model;
 };

@@ -2,13 +2,23 @@
 
 #include "core/log.h"
 #include "core/module_manager.h"
+#include "core/sound_control.h"
 #include "core/timer.h"
 #include "csg/csg_object.h"
 #include "game/blast.h"
 #include "game/collision_detection.h"
+#include "game/explosion.h"
 #include "game/weapon.h"
 
 #include <algorithm>
+
+namespace {
+
+/// World units.
+constexpr float lowestHeight = -5.0f;
+constexpr float explosionSize = 10.0f;
+
+} // namespace
 
 Projectile::Projectile(const Vector3& position, const Vector3& startVelocity, Weapon* firedBy, std::int32_t lifetimeMs)
     : SceneNode("<no name>"),
@@ -52,6 +62,22 @@ void Projectile::detonate(const Detonation& detonation) {
     const BoundingBox box(centre - detonation.craterHalfSize, centre + detonation.craterHalfSize);
     carveCrater(detonation.craterFile, box, centre, root);
     Blast(centre, detonation.blastStrength, detonation.blastRadius).applyTo(root);
+}
+
+bool Projectile::isBelowLevel() const {
+    return packet.worldPosition.y < lowestHeight;
+}
+
+void Projectile::explode(const Detonation& detonation, const char* flightSound) {
+    const Vector3 centre = getPosition();
+    detonate(detonation);
+    theModuleManager->getSceneRoot()->addChild(new Explosion("explosion", centre, explosionSize));
+    vanish(flightSound);
+}
+
+void Projectile::vanish(const char* flightSound) {
+    theModuleManager->getSoundControl()->stop(flightSound);
+    theModuleManager->getSceneRoot()->deleteChild(this);
 }
 
 void Projectile::carveCrater(const std::string& csgFile, const BoundingBox& box, const Vector3& position,

@@ -46,6 +46,12 @@ protected:
     void detonate(const Detonation& detonation);
     /// Whether the lifetime has run out.
     bool isTooOld() const;
+    /// Whether it has left the level downwards, where nothing goes off.
+    bool isBelowLevel() const;
+    /// Goes off with an explosion to be seen, ends the sound of its flight, and destroys itself.
+    void explode(const Detonation& detonation, const char* flightSound);
+    /// Ends the sound of its flight and destroys itself.
+    void vanish(const char* flightSound);
 
     Vector3 velocity;
     CollisionDetection* collision;

@@ -3,7 +3,6 @@
 #include "core/log.h"
 #include "core/module_manager.h"
 #include "core/sound_control.h"
-#include "game/explosion.h"
 #include "game/particle_system.h"
 #include "render/milkshape_model.h"
 
@@ -12,10 +11,7 @@ namespace {
 /// World units per second².
 const Vector3 gravity(0.0f, -10.0f, 0.0f);
 constexpr std::int32_t rocketLifetime = 5000;
-/// A rocket below this height has left the level.
-constexpr float lowestHeight = -5.0f;
 constexpr Detonation rocketDetonation{"./csg/sphere", 10.0f, 80.0f, 10.0f};
-constexpr float explosionSize = 10.0f;
 
 constexpr const char* missileSound = "sound/sfx/Missile.wav";
 constexpr int missileChannel = 1;
@@ -49,12 +45,10 @@ void Rocket::update() {
     pointAlongFlight();
     fly(gravity);
     leaveSmoke();
-    if (packet.worldPosition.y < lowestHeight) {
-        theModuleManager->getSoundControl()->stop(missileSound);
-        theModuleManager->getSceneRoot()->deleteChild(this);
-    } else if (packet.foundCollision || isTooOld()) {
-        explode();
-    }
+    if (isBelowLevel())
+        vanish(missileSound);
+    else if (packet.foundCollision || isTooOld())
+        explode(rocketDetonation, missileSound);
 }
 
 /// Turns the model's Y axis into the direction of flight. A vertical flight leaves the two other axes zero.
@@ -68,13 +62,4 @@ void Rocket::pointAlongFlight() {
 void Rocket::leaveSmoke() {
     if (!smokeWatch->isGone())
         smoke->emit(packet.worldPosition.x, packet.worldPosition.y, packet.worldPosition.z);
-}
-
-void Rocket::explode() {
-    SceneNode* const root = theModuleManager->getSceneRoot();
-    const Vector3 centre = getPosition();
-    detonate(rocketDetonation);
-    root->addChild(new Explosion("explosion", centre, explosionSize));
-    theModuleManager->getSoundControl()->stop(missileSound);
-    root->deleteChild(this);
 }

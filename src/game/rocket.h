@@ -19,7 +19,6 @@ public:
 private:
     void pointAlongFlight();
     void leaveSmoke();
-    void explode();
 
     MilkShapeModel* model;
     /// A child of the scene root that ends by itself, perhaps before the rocket does.

@@ -240,7 +240,8 @@ LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Messages.
 
-/// Takes the next message off the queue; FALSE when there is none. Never waits.
+/// Takes the next message off the queue; FALSE when there is none. Does not wait, but may nap for some ms while the
+/// window is minimised.
 BOOL PeekMessageA(MSG* message, HWND window, UINT filterMin, UINT filterMax, UINT remove);
 BOOL TranslateMessage(const MSG* message);
 /// Calls the window procedure of the message's window.

@@ -1,5 +1,5 @@
-// What a player's broken data does: one box that names the file and the fault, and an orderly end; or, where something is
-// merely missing, a game without it.
+// What a player's broken data does: one box that names the file and the fault, and an orderly end; or, where something
+// is merely missing, a game without it.
 
 #include "core/module_manager.h"
 #include "core/team.h"

@@ -1,4 +1,5 @@
-// Prints the hash of the world after a whole round on the shipped data with a seed given as the argument (1 without one).
+// Prints the hash of the world after a whole round on the shipped data with a seed given as the argument (1 without
+// one).
 
 #include "support/test_data.h"
 #include "support/whole_round.h"

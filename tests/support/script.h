@@ -9,9 +9,9 @@
 //         co_await until([] { return world::activeWorm() != nullptr; });
 //     });
 //
-// WinMain runs whole on the headless desktop; when the script has run to its end the window is closed. A script that waits
-// in vain for longer than its limit fails the test and closes the window. Expectations in a script must be EXPECT_...: the
-// ASSERT_... ones return, which a coroutine cannot.
+// WinMain runs whole on the headless desktop; when the script has run to its end the window is closed. A script that
+// waits in vain for longer than its limit fails the test and closes the window. Expectations in a script must be
+// EXPECT_...: the ASSERT_... ones return, which a coroutine cannot.
 
 #include <coroutine>
 #include <exception>

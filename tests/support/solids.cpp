@@ -34,8 +34,8 @@ csgMeshData boxData(const csgVector& low, const csgVector& high) {
     Part part;
     std::array<std::size_t, 8> c{};
     for (std::size_t i = 0; i < 8; ++i)
-        c[i] = addCorner(part, {(i & 1) != 0 ? high.x : low.x, (i & 2) != 0 ? high.y : low.y,
-                                (i & 4) != 0 ? high.z : low.z});
+        c[i] = addCorner(part,
+                         {(i & 1) != 0 ? high.x : low.x, (i & 2) != 0 ? high.y : low.y, (i & 4) != 0 ? high.z : low.z});
     addQuad(part, c[0], c[2], c[3], c[1]);
     addQuad(part, c[4], c[5], c[7], c[6]);
     addQuad(part, c[0], c[1], c[5], c[4]);
@@ -57,8 +57,8 @@ csgMeshData tetrahedronData(double size) {
 
 csgMeshData sphereData(int subdivisions, double radius) {
     const double t = (1.0 + std::sqrt(5.0)) / 2.0;
-    std::vector<csgVector> points{{-1, t, 0}, {1, t, 0}, {-1, -t, 0}, {1, -t, 0}, {0, -1, t}, {0, 1, t},
-                                  {0, -1, -t}, {0, 1, -t}, {t, 0, -1}, {t, 0, 1}, {-t, 0, -1}, {-t, 0, 1}};
+    std::vector<csgVector> points{{-1, t, 0},  {1, t, 0},  {-1, -t, 0}, {1, -t, 0}, {0, -1, t},  {0, 1, t},
+                                  {0, -1, -t}, {0, 1, -t}, {t, 0, -1},  {t, 0, 1},  {-t, 0, -1}, {-t, 0, 1}};
     std::vector<csgMeshData::Triangle> faces{{0, 11, 5}, {0, 5, 1},  {0, 1, 7},   {0, 7, 10}, {0, 10, 11},
                                              {1, 5, 9},  {5, 11, 4}, {11, 10, 2}, {10, 7, 6}, {7, 1, 8},
                                              {3, 9, 4},  {3, 4, 2},  {3, 2, 6},   {3, 6, 8},  {3, 8, 9},
@@ -131,44 +131,6 @@ csgMeshData islandData(int cells, double width, std::uint32_t seed) {
 
 void buildMesh(csgMesh& mesh, const csgMeshData& data) {
     mesh.build(data);
-}
-
-double volumeOf(const csgMesh& mesh) {
-    double sum = 0.0;
-    for (const csgFaceList& part : mesh.getParts()) {
-        for (const auto& face : part)
-            sum += face->cornerPosition(0).dot(face->cornerPosition(1).cross(face->cornerPosition(2))) / 6.0;
-    }
-    return sum;
-}
-
-double areaOf(const csgMesh& mesh) {
-    double sum = 0.0;
-    for (const csgFaceList& part : mesh.getParts()) {
-        for (const auto& face : part)
-            sum += face->area();
-    }
-    return sum;
-}
-
-std::size_t openEdgesOf(const csgMesh& mesh) {
-    struct Uses {
-        int along = 0;
-        int against = 0;
-    };
-    std::map<std::pair<const csgVertex*, const csgVertex*>, Uses> edges;
-    for (const csgFaceList& part : mesh.getParts()) {
-        for (const auto& face : part) {
-            for (std::size_t i = 0; i < 3; ++i) {
-                const csgVertex* a = face->corners[i];
-                const csgVertex* b = face->corners[(i + 1) % 3];
-                ++(a < b ? edges[{a, b}].along : edges[{b, a}].against);
-            }
-        }
-    }
-    return static_cast<std::size_t>(std::count_if(edges.begin(), edges.end(), [](const auto& edge) {
-        return edge.second.along != 1 || edge.second.against != 1;
-    }));
 }
 
 std::uint64_t hashOf(const csgMesh& mesh) {

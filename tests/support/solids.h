@@ -2,6 +2,7 @@
 
 // Closed solids to test with, and measures of them.
 
+#include "csg/csg_measure.h"
 #include "csg/csg_mesh.h"
 #include "csg/csg_mesh_data.h"
 
@@ -16,16 +17,12 @@ csgMeshData boxData(const csgVector& low, const csgVector& high);
 csgMeshData tetrahedronData(double size);
 /// Sphere of 20 * 4^subdivisions faces round the origin.
 csgMeshData sphereData(int subdivisions, double radius);
-/// Island of cells x cells columns, `width` units wide, its surface hilly, its underside flat: 4 cells^2 + 8 cells faces.
+/// Island of cells x cells columns, `width` units wide, its surface hilly, its underside flat: 4 cells^2 + 8 cells
+/// faces.
 csgMeshData islandData(int cells, double width, std::uint32_t seed);
 
 void buildMesh(csgMesh& mesh, const csgMeshData& data);
 
-/// By the divergence theorem, exact for closed meshes.
-double volumeOf(const csgMesh& mesh);
-double areaOf(const csgMesh& mesh);
-/// Edges, taken by vertex identity, that are not used exactly once in each direction.
-std::size_t openEdgesOf(const csgMesh& mesh);
 /// Sum over the bits of all positions, texture coordinates, normals and statuses, in order.
 std::uint64_t hashOf(const csgMesh& mesh);
 

@@ -13,8 +13,8 @@ namespace fs = std::filesystem;
 
 TestData::TestData() : previous(fs::current_path()) {
     static std::atomic<int> counter = 0;
-    directory = fs::temp_directory_path() /
-                ("brackenmoor-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
+    directory =
+        fs::temp_directory_path() / ("brackenmoor-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
     for (const char* const part : {"level", "teams", "csg", "mesh", "textures", "sound"})
         fs::create_directories(directory / part);
     fs::current_path(directory);
@@ -63,6 +63,16 @@ void TestData::writeFlatLevel(const std::vector<TeamDescription>& teams) const {
     write("level/flat.lev", "1\nslab 1 1 1 0 0 0 0 0 0\n");
     write("level/levels.lev", "1\nflat\n");
     writeTeams(teams);
+}
+
+void TestData::useShippedContent() const {
+    const fs::path shipped = BRACKENMOOR_DATA_DIR;
+    for (const char* const part : {"mesh", "textures", "sound"}) {
+        fs::remove_all(directory / part);
+        fs::create_directory_symlink(shipped / part, directory / part);
+    }
+    for (const char* const tool : {"sphere.csg", "sphereDynamite.csg", "shotgunsphere.csg"})
+        fs::copy_file(shipped / "csg" / tool, directory / "csg" / tool, fs::copy_options::overwrite_existing);
 }
 
 ShippedData::ShippedData() : previous(fs::current_path()) {

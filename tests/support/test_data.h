@@ -30,6 +30,8 @@ public:
     };
     void writeTeams(const std::vector<TeamDescription>& teams) const;
 
+    /// Puts the shipped models, textures, sounds and crater solids in place of what is there.
+    void useShippedContent() const;
     /// The level "flat": a slab 200 wide whose top lies at height 10, the three crater solids, and teams.
     void writeFlatLevel(const std::vector<TeamDescription>& teams) const;
 

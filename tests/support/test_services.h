@@ -2,8 +2,8 @@
 
 #include "core/module_manager.h"
 
-/// The registry with every service of the game and an open window on a fresh headless desktop, as after the game's start
-/// but without a level. The scene root is an empty node. Ends like the game does.
+/// The registry with every service of the game and an open window on a fresh headless desktop, as after the game's
+/// start but without a level. The scene root is an empty node. Ends like the game does.
 class TestServices {
 public:
     TestServices();

@@ -13,8 +13,6 @@
 
 namespace {
 
-/// More turns than any round takes that goes as planned.
-constexpr unsigned mostTurns = 200;
 constexpr float downward = -1.5f;
 
 /// The yaw that points from the active worm to the nearest worm of another team.
@@ -39,11 +37,11 @@ float yawToNearestEnemy(const Worm& shooter) {
     return std::atan2(-offset.x, offset.z);
 }
 
-Script roundScript(RoundRecord& record) {
+Script roundScript(RoundRecord& record, unsigned turnLimit) {
     co_await frames(60);
     TeamManager* const teams = theModuleManager->getTeamManager();
     const Team* const losing = world::activeWorm()->getTeam();
-    while (teams->getTeamCount() > 1 && record.turns < mostTurns) {
+    while (teams->getTeamCount() > 1 && record.turns < turnLimit) {
         const Worm* const shooter = world::activeWorm();
         if (shooter == nullptr)
             break;
@@ -68,8 +66,8 @@ Script roundScript(RoundRecord& record) {
 
 } // namespace
 
-int playWholeRound(unsigned seed, RoundRecord& record) {
+int playWholeRound(unsigned seed, RoundRecord& record, unsigned turnLimit) {
     PlaySettings settings;
     settings.startTick = seed;
-    return playGame([&record] { return roundScript(record); }, settings);
+    return playGame([&] { return roundScript(record, turnLimit); }, settings);
 }

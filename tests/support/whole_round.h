@@ -12,6 +12,7 @@ struct RoundRecord {
     std::uint64_t stateHash = 0;
 };
 
-/// Plays a round on the data of the current directory until one team is left or none, with the bazooka alone: every worm
-/// fires once at the nearest enemy and the losing team's worms at their own feet. Then Enter. WinMain's result.
-int playWholeRound(unsigned seed, RoundRecord& record);
+/// Plays a round on the data of the current directory until one team is left or none, with the bazooka alone: every
+/// worm fires once at the nearest enemy and the losing team's worms at their own feet. Then Enter. WinMain's result.
+/// With a limit the round breaks off after that many turns.
+int playWholeRound(unsigned seed, RoundRecord& record, unsigned turnLimit = 200);

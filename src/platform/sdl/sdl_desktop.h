@@ -27,6 +27,7 @@ bool startDesktop();
 /// Gives everything back to the system.
 void stopDesktop();
 
-/// What a process that ran the game ends with. The game's own result is the wParam of the last message it took: that
-/// is an exit code only if the message was WM_QUIT or if the game gave another number of its own.
+/// What a process ends with whose game gave this result. The result is the wParam of the last message taken: an exit
+/// code when that was WM_QUIT, a left-over such as a key otherwise, which means an orderly end. A negative one is a
+/// failure.
 int exitStatus(int gameResult);

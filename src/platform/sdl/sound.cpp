@@ -7,6 +7,7 @@
 #include <SDL.h>
 #include <SDL_mixer.h>
 
+#include <filesystem>
 #include <iostream>
 #include <map>
 
@@ -43,12 +44,19 @@ bool openMixer(int mixRate) {
     return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 && Mix_OpenAudio(mixRate, AUDIO_S16SYS, 2, blockSize) == 0;
 }
 
-bool isReadable(const char* fileName) {
+/// The decoded file, or null. The file is closed here: the mixer forgets to where it recognises no sound in it.
+Mix_Chunk* decode(const char* fileName) {
     SDL_RWops* file = SDL_RWFromFile(fileName, "rb");
     if (file == nullptr)
-        return false;
+        return nullptr;
+    Mix_Chunk* chunk = Mix_LoadWAV_RW(file, 0);
     SDL_RWclose(file);
-    return true;
+    return chunk;
+}
+
+bool isFile(const char* fileName) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(fileName, error);
 }
 
 } // namespace
@@ -73,8 +81,8 @@ void FSOUND_Close() {
 }
 
 FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int, int) {
-    Mix_Chunk* chunk = mixerOpen ? Mix_LoadWAV(fileName) : nullptr;
-    if (mixerOpen ? chunk == nullptr : !isReadable(fileName))
+    Mix_Chunk* chunk = mixerOpen ? decode(fileName) : nullptr;
+    if (mixerOpen ? chunk == nullptr : !isFile(fileName))
         return nullptr;
     return new FSOUND_STREAM{chunk, (mode & FSOUND_LOOP_NORMAL) != 0, -1};
 }

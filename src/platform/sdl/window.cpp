@@ -106,9 +106,9 @@ void stopDesktop() {
 }
 
 int exitStatus(int gameResult) {
-    const MSG& last = backend().lastTaken;
-    const bool leftOver = last.message != 0 && last.message != WM_QUIT;
-    return leftOver && gameResult == static_cast<int>(last.wParam) ? 0 : gameResult;
+    if (gameResult < 0)
+        return EXIT_FAILURE;
+    return backend().lastTaken.message == WM_QUIT ? gameResult : EXIT_SUCCESS;
 }
 
 HMODULE GetModuleHandleA(LPCSTR) {

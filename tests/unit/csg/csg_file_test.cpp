@@ -69,7 +69,7 @@ TEST(CsgFile, FaultsNameTheirPlace) {
     EXPECT_EQ(faultOf("1\n2000000000\n0 0 0 0 0"), "line 3, part 0: vertex 1: x is missing");
     EXPECT_EQ(faultOf("1\n1\n0 0 nan 0 0"), "line 3, part 0: vertex 0: z is no number");
     EXPECT_EQ(faultOf("1\n1\n0 0 0 1e999 0"), "line 3, part 0: vertex 0: u is no number");
-    EXPECT_EQ(faultOf("1\n1\n0 1e31 0 0 0"), "line 4, part 0: vertex 0: y is too large");
+    EXPECT_EQ(faultOf("1\n1\n0 1e31 0 0 0"), "line 3, part 0: vertex 0: y is too large");
     EXPECT_EQ(faultOf("1 1 0 0 0 0 0 1 0 0 1 rock"), "line 1, part 0: face 0: index 1 of 1 vertices");
     EXPECT_EQ(faultOf("1 1 0 0 0 0 0 1 0 -1 0 rock"), "line 1, part 0: face 0: index -1 of 1 vertices");
     EXPECT_EQ(faultOf("99999999999 0"), "line 1, part count is no number");

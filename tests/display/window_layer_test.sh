@@ -1,0 +1,99 @@
+#!/usr/bin/env bash
+# The desktop layer by itself, through window_probe: keys, mouse, frames, focus, the scaled picture, the ends.
+# Usage: window_layer_test.sh PROBE
+set -euo pipefail
+# shellcheck source=tests/display/screen.sh
+. "$(dirname "$0")/screen.sh"
+probe=$1
+
+said() {
+  grep -qx "$1" "$scratch/out"
+}
+
+expect() {
+  wait_until 5 said "$1" || fail "the probe never said \"$1\", but: $(grep -v frame "$scratch/out" | tr '\n' ';')"
+}
+
+# Every frame takes whole steps of 15 or 16 ms, and none takes no time.
+frames_are_paced() {
+  awk '$1 == "frame" && $2 > 0 { ++n; if ($3 < 15) bad = 1; if ($3 == 15 || $3 == 16) ++single }
+       END { exit bad || n < 50 || single < n / 2 }' "$scratch/out"
+}
+
+open_screen 1024x768
+start_program "$probe"
+await_window "Window probe" 20
+expect "activate 1 0"
+sleep 1.5
+frames_are_paced || fail "frames are not paced by the tick: $(grep frame "$scratch/out" | tr '\n' ';')"
+
+tap_key w
+expect "down 87 0"
+expect "up 87 0"
+tap_key 1
+expect "up 49 0"
+tap_key F10
+expect "sysdown 121 0"
+xdotool keydown alt keydown a keyup alt keyup a
+expect "sysdown 65 0"
+if said "down 65 0" || said "down 121 0"; then fail "system keys reach the game as plain keys"; fi
+
+move_mouse 40 0
+expect "move 40 0"
+move_mouse -10 25
+expect "move -10 25"
+move_mouse 3000 -3000
+expect "move 3000 -3000"
+xdotool mousedown 1
+expect "button 1 0"
+picture "$scratch/full.ppm"
+[ "$(colour_at "$scratch/full.ppm" 2 2)" = "255 0 0" ] || fail "the left half is not red"
+[ "$(colour_at "$scratch/full.ppm" 1021 765)" = "0 255 0" ] || fail "the right half is not green"
+[ "$(colour_at "$scratch/full.ppm" 512 384)" = "0 0 255" ] || fail "the middle is not blue"
+
+# A second window takes the keyboard while a key and the button are down.
+xdotool keydown s
+expect "down 83 0"
+first=$(xdotool search --onlyvisible --name '^Window probe$')
+"$probe" >"$scratch/second" 2>&1 </dev/null &
+second_pid=$!
+expect "up 83 0"
+expect "button 0 0"
+expect "activate 0 0"
+xdotool keyup s mouseup 1
+wait_until 5 grep -q '^activate 1' "$scratch/second" || fail "the second window never became active"
+xdotool key Escape
+wait_until 5 eval "! running $second_pid" || fail "the second window does not close"
+said "down 27 0" && fail "a key for another window reached this one"
+xdotool windowfocus "$first"
+wait_until 5 eval "[ \$(grep -cx 'activate 1 0' $scratch/out) -ge 2 ]" || fail "the window does not come back"
+move_mouse 17 0
+expect "move 17 0"
+
+xdotool key Escape
+await_end 10
+[ "$program_status" = 0 ] || fail "Escape ends the program with status $program_status"
+
+start_program "$probe"
+await_window "Window probe" 20
+expect "activate 1 0"
+kill -TERM "$program_pid"
+await_end 10
+[ "$program_status" = 7 ] || fail "a wish to close ends the program with status $program_status instead of its quit code"
+close_screen
+
+# A screen of other proportions shows the whole picture in its middle.
+open_screen 1280x800
+start_program "$probe"
+await_window "Window probe" 20
+expect "activate 1 0"
+sleep 0.5
+picture "$scratch/wide.ppm"
+[ "$(colour_at "$scratch/wide.ppm" 50 400)" = "0 0 0" ] || fail "there is no bar at the left"
+[ "$(colour_at "$scratch/wide.ppm" 1240 400)" = "0 0 0" ] || fail "there is no bar at the right"
+[ "$(colour_at "$scratch/wide.ppm" 120 3)" = "255 0 0" ] || fail "the picture's left half is not in place"
+[ "$(colour_at "$scratch/wide.ppm" 1160 797)" = "0 255 0" ] || fail "the picture's right half is not in place"
+[ "$(colour_at "$scratch/wide.ppm" 640 400)" = "0 0 255" ] || fail "the picture's middle is not in place"
+xdotool key Escape
+await_end 10
+close_screen
