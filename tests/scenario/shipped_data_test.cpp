@@ -6,8 +6,6 @@
 #include "core/team.h"
 #include "core/team_manager.h"
 #include "csg/csg_object.h"
-#include "game/collision_detection.h"
-#include "game/collision_packet.h"
 #include "game/worm.h"
 #include "platform/headless/headless.h"
 #include "render/milkshape_model.h"
@@ -24,7 +22,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <random>
 
 namespace {
 
@@ -63,49 +60,6 @@ TEST(ShippedData, EveryModelAndTextureReadsBack) {
         EXPECT_NE(theModuleManager->getTextureManager()->getTexture(name), nullptr) << name;
     for (const char* const fixedName : {"font", "hud", "water", "explosion", "smoke"})
         EXPECT_NE(theModuleManager->getTextureManager()->getTexture(fixedName), nullptr) << fixedName;
-}
-
-/// The box that worms are dropped into: around all landscape solids.
-BoundingBox dropBox(SceneNode& scene) {
-    BoundingBox box;
-    scene.forEachChild([&box](SceneNode* child) {
-        if (child->asCsgNode() != nullptr)
-            box.merge(child->getLocalBounds());
-    });
-    return box;
-}
-
-TEST(ShippedData, EveryLevelCatchesMostDropsAndAllOfThemDry) {
-    const ShippedData data;
-    std::vector<std::string> levels;
-    readLevelList(levels);
-    EXPECT_GE(levels.size(), 5u);
-    for (const std::string& level : levels) {
-        const TestServices services;
-        endRound(); // the empty scene of the services
-        GameLoader loader;
-        SceneNode* const scene = loader.loadLevel(level);
-        ASSERT_NE(scene, nullptr) << level;
-        const BoundingBox box = dropBox(*scene);
-        std::mt19937 random(5);
-        std::uniform_real_distribution<float> x(box.min.x, box.max.x);
-        std::uniform_real_distribution<float> z(box.min.z, box.max.z);
-        int caught = 0;
-        for (int drop = 0; drop < 1000; ++drop) {
-            CollisionPacket probe;
-            probe.radius = Vector3(2, 5, 2);
-            probe.worldPosition = Vector3(x(random), box.max.y + 20.0f, z(random));
-            probe.worldVelocity = Vector3(0, -10000.0f, 0);
-            theModuleManager->getCollisionDetection()->moveToContact(&probe, scene);
-            if (probe.worldPosition.y < -10.0f)
-                continue;
-            ++caught;
-            EXPECT_GE(probe.worldPosition.y, 1.0f) << level;
-        }
-        EXPECT_GE(caught, 600) << level;
-        EXPECT_GE(world::landFaces(), 5000u) << level;
-        EXPECT_LE(world::landFaces(), 15000u) << level;
-    }
 }
 
 TEST(ShippedData, EveryTeamOfEveryFileHasNamesAndAColourOfItsOwn) {
