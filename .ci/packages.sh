@@ -13,7 +13,7 @@ run_packages=(libgl1-mesa-dri)
 # What showing and testing it without a display needs.
 virtual_display_packages=(xvfb xdotool imagemagick)
 # What the tools, tests and benchmarks are built with.
-test_packages=(libcli11-dev libgtest-dev libbenchmark-dev)
+test_packages=(libcli11-dev libgtest-dev libbenchmark-dev assimp-utils imagemagick sox)
 
 is_installed() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

@@ -1,5 +1,6 @@
-// The game's own time for a frame on the shipped island, without a GL driver: a quiet one, and the one in which a rocket goes
-// off. Counters: faces of the land, and a hash of it (a speed-up that changes the hash is a bug).
+// The game's own time for a frame on each shipped level, without a GL driver: a quiet one, and the one in which a
+// rocket goes off. The argument is the level's place in the level list. Counters: faces of the land, and a hash of it
+// (a speed-up that changes the hash is a bug).
 
 #include "support/test_data.h"
 #include "support/test_services.h"
@@ -17,19 +18,21 @@
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
-/// The shipped level with its teams, as at the start of a round.
+/// A shipped level with its teams, as at the start of a round.
 struct Island {
-    Island() {
+    explicit Island(std::size_t index) {
         endRound(); // the empty scene of the services
         crtSrand(1);
         std::vector<std::string> levels;
         readLevelList(levels);
         GameLoader loader;
-        loader.loadLevel(levels.at(0));
+        loader.loadLevel(levels.at(index));
+        name = levels.at(index);
         for (int frame = 0; frame < 100; ++frame)
             services.frame(16);
     }
@@ -51,10 +54,12 @@ struct Island {
 
     ShippedData data;
     TestServices services;
+    std::string name;
 };
 
 void quietFrame(benchmark::State& state) {
-    const Island island;
+    const Island island(static_cast<std::size_t>(state.range(0)));
+    state.SetLabel(island.name);
     Camera* const camera = theModuleManager->getCamera();
     for (auto _ : state) {
         island.services.frame(16);
@@ -63,10 +68,11 @@ void quietFrame(benchmark::State& state) {
     }
     state.counters["faces"] = static_cast<double>(world::landFaces());
 }
-BENCHMARK(quietFrame)->Unit(benchmark::kMillisecond)->MinWarmUpTime(0.2);
+BENCHMARK(quietFrame)->DenseRange(0, 4)->Unit(benchmark::kMillisecond)->MinWarmUpTime(0.2);
 
 void explosionFrame(benchmark::State& state) {
-    const Island island;
+    const Island island(static_cast<std::size_t>(state.range(0)));
+    state.SetLabel(island.name);
     for (auto _ : state) {
         state.PauseTiming();
         new Rocket(Island::placeForARocket(), Vector3(0, -60, 0.01f), nullptr);
@@ -84,7 +90,7 @@ void explosionFrame(benchmark::State& state) {
     state.counters["faces"] = static_cast<double>(world::landFaces());
     state.counters["hash"] = static_cast<double>(world::stateHash() >> 32);
 }
-BENCHMARK(explosionFrame)->Unit(benchmark::kMillisecond)->Iterations(50)->Repetitions(3);
+BENCHMARK(explosionFrame)->DenseRange(0, 4)->Unit(benchmark::kMillisecond)->Iterations(50);
 
 } // namespace
 
