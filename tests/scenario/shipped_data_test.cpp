@@ -1,10 +1,12 @@
 // The shipped data: every file reads back, the land is closed, worms find ground, and a whole round can be played.
 
+#include "core/file_access.h"
 #include "core/game_loader.h"
 #include "core/module_manager.h"
 #include "core/scene_node.h"
 #include "core/team.h"
 #include "core/team_manager.h"
+#include "core/text_reader.h"
 #include "csg/csg_object.h"
 #include "game/worm.h"
 #include "platform/headless/headless.h"
@@ -22,6 +24,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <set>
 
 namespace {
 
@@ -43,6 +46,9 @@ TEST(ShippedData, EverySolidIsClosedAndOrientedOutward) {
         ASSERT_TRUE(solid.load("./csg/" + name)) << name;
         EXPECT_EQ(openEdgesOf(solid), 0u) << name;
         EXPECT_GT(volumeOf(solid), 0.0) << name;
+        for (std::size_t part = 0; part < solid.getTextures().size(); ++part)
+            EXPECT_NE(solid.getTextures()[part], nullptr) << name << " asks for " << solid.getTextureNames()[part];
+        EXPECT_EQ(solid.getTextureNames().empty() ? "" : solid.getTextureNames()[0], "earth") << name;
     }
 }
 
@@ -60,6 +66,31 @@ TEST(ShippedData, EveryModelAndTextureReadsBack) {
         EXPECT_NE(theModuleManager->getTextureManager()->getTexture(name), nullptr) << name;
     for (const char* const fixedName : {"font", "hud", "water", "explosion", "smoke"})
         EXPECT_NE(theModuleManager->getTextureManager()->getTexture(fixedName), nullptr) << fixedName;
+}
+
+TEST(ShippedData, EveryClipIsFollowedByOneThatIsThere) {
+    const ShippedData data;
+    for (const std::string& name : namesIn("mesh", ".ani")) {
+        std::string text;
+        ASSERT_TRUE(readWholeFile("mesh/" + name + ".ani", text));
+        TextReader in(text);
+        int count = 0;
+        ASSERT_TRUE(in.read(count));
+        std::set<std::string> clips;
+        std::set<std::string> followers;
+        for (int i = 0; i < count; ++i) {
+            std::string clip;
+            std::string next;
+            int first = 0;
+            int last = 0;
+            ASSERT_TRUE(in.read(clip) && in.read(first) && in.read(last) && in.read(next)) << name;
+            EXPECT_LT(first, last) << clip;
+            clips.insert(clip);
+            followers.insert(next);
+        }
+        EXPECT_TRUE(std::includes(clips.begin(), clips.end(), followers.begin(), followers.end())) << name;
+        EXPECT_TRUE(in.isAtEnd()) << name;
+    }
 }
 
 TEST(ShippedData, EveryTeamOfEveryFileHasNamesAndAColourOfItsOwn) {
