@@ -1,6 +1,5 @@
-// Prints what a recording of raw 16-bit stereo at 44.1 kHz holds: its length in ms, then the level of every tenth of a second
-// in thousandths of full scale.
-// Usage: sound_levels FILE
+// Prints what a recording of raw 16-bit stereo at 44.1 kHz holds: its length in ms, then the level of every tenth of a
+// second in thousandths of full scale. Usage: sound_levels FILE
 
 #include <cmath>
 #include <cstdint>

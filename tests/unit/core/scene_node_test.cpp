@@ -87,7 +87,7 @@ TEST(SceneNode, AddChildRefusesAChildAndRemoveChildHandsItBack) {
     root.removeChild(child);
     EXPECT_TRUE(root.getChildren().empty());
     EXPECT_EQ(child->getParent(), &root);
-    root.deleteChild(child);  // not a child any more: destroyed all the same
+    root.deleteChild(child); // not a child any more: destroyed all the same
     root.deleteChild(nullptr);
     root.removeChild(nullptr);
 }
