@@ -1,7 +1,7 @@
 // What a level maker needs to know and do about .csg solids, with the game's own loader and boolean difference.
 //
 //   csgtool info FILE.csg                                 what is in it; exit status 1 when it is not closed
-//   csgtool subtract LAND.csg TOOL.csg --at X Y Z ... [--centres FILE] -o OUT.csg [--stats]
+//   csgtool subtract LAND.csg TOOL.csg --at X Y Z ... [--centres FILE] -o OUT.csg [--stats] [--rough]
 //   csgtool obj FILE.csg -o OUT.obj                       for other 3D programs
 //
 // Exit status 2, one line on stderr and no output file when an argument or a file is bad.
@@ -37,6 +37,7 @@ struct Arguments {
     std::string centresFile;
     std::vector<std::tuple<double, double, double>> at;
     bool stats = false;
+    bool rough = false;
 };
 
 void writeOutput(const std::string& fileName, const std::string& contents) {
@@ -99,8 +100,16 @@ std::vector<csgVector> centresOf(const Arguments& arguments) {
 }
 
 void showCut(std::size_t number, const csgMesh::CarveStats& stats, double milliseconds) {
-    std::printf("cut %zu: faces %zu -> %zu, removed %zu, adopted %zu, too small %zu, %.2f ms\n", number,
-                stats.facesBefore, stats.facesAfter, stats.removed, stats.adopted, stats.tooSmall, milliseconds);
+    std::printf("cut %zu: faces %zu -> %zu, removed %zu, adopted %zu, too small %zu, mended %zu, overruled %zu, "
+                "kept uncut %zu, %.2f ms\n",
+                number, stats.facesBefore, stats.facesAfter, stats.removed, stats.adopted, stats.tooSmall, stats.mended,
+                stats.overruled, stats.keptUncut, milliseconds);
+}
+
+void showResult(const csgMesh& land) {
+    const OpenEdges open = measureOpenEdges(land);
+    std::printf("left: faces %zu, volume %.12g, open edges %zu, widest gap %.1e\n", land.countFaces(), volumeOf(land),
+                open.count, open.widestGap);
 }
 
 int subtractTools(const Arguments& arguments) {
@@ -112,11 +121,16 @@ int subtractTools(const Arguments& arguments) {
         loadSolid(tool, arguments.tool);
         tool.translate(centres[i].x, centres[i].y, centres[i].z);
         const auto start = std::chrono::steady_clock::now();
-        land.subtract(tool);
+        if (arguments.rough)
+            land.carve(tool, csgMesh::CarveFinish::rough);
+        else
+            land.subtract(tool);
         const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start;
         if (arguments.stats)
             showCut(i + 1, land.getCarveStats(), elapsed.count());
     }
+    if (arguments.stats)
+        showResult(land);
     writeOutput(arguments.output, writeCsgText(land, land.getTextureNames()));
     return 0;
 }
@@ -143,7 +157,9 @@ int run(int argumentCount, char** values) {
     subtract->add_option("--at", arguments.at, "centre X Y Z; may be repeated");
     subtract->add_option("--centres", arguments.centresFile, "file with more centres, cut after those of --at");
     subtract->add_option("-o", arguments.output, "file to write")->required();
-    subtract->add_flag("--stats", arguments.stats, "print faces and time of each cut");
+    subtract->add_flag("--stats", arguments.stats, "print faces and time of each cut, and what is left open");
+    subtract->add_flag("--rough", arguments.rough,
+                       "leave the gaps along the rims open, to see what closing them is worth");
 
     CLI::App* const obj = app.add_subcommand("obj", "Export a solid as a Wavefront file");
     obj->add_option("FILE", arguments.land, "solid to export")->required();

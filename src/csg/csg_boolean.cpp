@@ -1,4 +1,5 @@
 #include "csg/csg_flood.h"
+#include "csg/csg_mender.h"
 #include "csg/csg_mesh.h"
 #include "csg/csg_splitter.h"
 
@@ -10,9 +11,9 @@ namespace {
 
 /// Tools whose centres are this near to one another (world units) count as set off at the same place.
 constexpr double sameCentre = 1e-4;
-/// By how much a tool is moved away from the place of an earlier one, once for each of them: many times the plane
-/// tolerance in every direction, so that old wall and new are not mistaken for one surface; far less than can be seen.
-constexpr csgVector nudge{0.00131, 0.00217, -0.00173};
+/// By how much a tool is moved away from the place of an earlier one, once for each of them. So far that old wall and
+/// new are two surfaces and the pieces between them are larger than what a cut drops; far less than can be seen.
+constexpr csgVector nudge{0.0131, 0.0217, -0.0173};
 
 std::vector<csgVertex*> cornersOf(const std::vector<csgFace*>& faces) {
     std::vector<csgVertex*> corners;
@@ -42,7 +43,7 @@ void csgMesh::classifyAgainst(const csgMesh& other) {
     csgFlood(*this, other).run();
 }
 
-void csgMesh::carve(csgMesh& tool) {
+void csgMesh::carve(csgMesh& tool, CarveFinish finish) {
     if (!canBeCarvedBy(tool))
         return;
     stats = {};
@@ -59,7 +60,8 @@ void csgMesh::carve(csgMesh& tool) {
     tool.splitAgainst(*this);
     logLine("After second split!!!!!!!!!!!!!!\n");
     // The tool's pieces may end between two rim vertices of this mesh: give it those vertices too.
-    splitAgainst(tool);
+    if (finish == CarveFinish::closed)
+        splitAgainst(tool);
 
     std::vector<csgFace*> near = csgFlood::facesMeeting(*this, toolBox);
     csgFlood(*this, tool).run();
@@ -69,6 +71,8 @@ void csgMesh::carve(csgMesh& tool) {
 
     removeCarvedFaces(toolBox);
     adoptCarvedFaces(tool);
+    if (finish == CarveFinish::closed)
+        csgMender(*this, toolBox).run();
     resetClassification(touched, oldVertices);
     stats.facesAfter = countFaces();
     stats.tooSmall += tool.stats.tooSmall;
@@ -89,7 +93,8 @@ void csgMesh::removeCarvedFaces(const csgBounds& toolBox) {
     for (csgFaceList& part : parts) {
         std::vector<std::size_t> carved;
         part.forEachMeeting(toolBox, [&](std::size_t i) {
-            if (part[i]->status == csgInside || part[i]->status == csgCoplanarSame)
+            const std::int32_t status = part[i]->status;
+            if (status == csgInside || status == csgCoplanarSame || status == csgStraddling)
                 carved.push_back(i);
         });
         for (const std::size_t index : carved)

@@ -143,6 +143,9 @@ std::int32_t Ray::result() const {
     return csgUnclassified;
 }
 
+/// Faces at least this high (world units) are large enough to be cut; a hole of theirs could be seen.
+constexpr double thin = 0.01;
+
 bool isCoplanar(std::int32_t status) {
     return status == csgCoplanarSame || status == csgCoplanarOpposite;
 }
@@ -172,4 +175,23 @@ bool confirmStatus(const csgFace& face, std::int32_t status, const csgParts& sol
         return found == status || (isCoplanar(found) && isCoplanar(status));
     };
     return std::all_of(generalDirections.begin(), generalDirections.end(), agrees);
+}
+
+bool straddles(const csgFace& face, const csgParts& solid) {
+    if (face.height() >= thin)
+        return false;
+    bool inside = false;
+    bool outside = false;
+    const csgVector centre = face.centre();
+    const auto look = [&](const csgVector& towards) {
+        const std::int32_t found = castRay(towards * 0.9 + centre * 0.1, face.normal, solid);
+        inside = inside || found == csgInside;
+        outside = outside || found == csgOutside;
+    };
+    look(centre);
+    for (std::size_t i = 0; i < 3; ++i) {
+        look(face.cornerPosition(i));
+        look((face.cornerPosition(i) + face.cornerPosition((i + 1) % 3)) * 0.5);
+    }
+    return inside && outside;
 }

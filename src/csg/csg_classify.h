@@ -26,3 +26,7 @@ void classifyByRay(csgFace& face, const csgParts& solid);
 /// True when two more rays from the face's centre, in general directions, say the same as `status`. Coplanar statuses
 /// are confirmed by the centre lying on the surface: which way it faces is no matter of those directions.
 bool confirmStatus(const csgFace& face, std::int32_t status, const csgParts& solid);
+
+/// True for a thin face that, by rays from several of its points, lies partly inside and partly outside: its cut pieces
+/// were too small to be made.
+bool straddles(const csgFace& face, const csgParts& solid);

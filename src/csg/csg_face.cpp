@@ -1,5 +1,6 @@
 #include "csg/csg_face.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -25,6 +26,10 @@ csgFace::~csgFace() {
 
 double csgFace::area() const {
     return triangleArea(cornerPosition(0), cornerPosition(1), cornerPosition(2));
+}
+
+double csgFace::height() const {
+    return triangleHeight(cornerPosition(0), cornerPosition(1), cornerPosition(2));
 }
 
 csgVector csgFace::centre() const {
@@ -69,4 +74,9 @@ void csgFace::computePlane() {
 
 double triangleArea(const csgVector& a, const csgVector& b, const csgVector& c) {
     return edgeCross(a, b, c).length() / 2.0;
+}
+
+double triangleHeight(const csgVector& a, const csgVector& b, const csgVector& c) {
+    const double longest = std::max({(b - a).length(), (c - b).length(), (a - c).length()});
+    return longest > 0.0 ? edgeCross(a, b, c).length() / longest : 0.0;
 }

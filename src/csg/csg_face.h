@@ -35,6 +35,8 @@ public:
 
     const csgVector& cornerPosition(std::size_t corner) const { return corners[corner]->position; }
     double area() const;
+    /// Extent across the longest side.
+    double height() const;
     csgVector centre() const;
     double signedDistance(const csgVector& p) const { return normal.dot(p) + plane.d; }
     /// Same three corners (by position) in the same cyclic order.
@@ -52,3 +54,5 @@ private:
 
 /// Half the length of the cross product of two edges.
 double triangleArea(const csgVector& a, const csgVector& b, const csgVector& c);
+/// Distance of the longest side from the corner that faces it; 0 when all corners are one.
+double triangleHeight(const csgVector& a, const csgVector& b, const csgVector& c);

@@ -29,7 +29,7 @@ csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, std::s
 /// The same for text already in memory; never cannotOpen.
 csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::string& fault);
 
-/// The text of a file that describes the mesh; reading it back gives the same faces in the same order, to the last bit,
-/// as long as the mesh has not been scaled down below the tolerance. Vertices without faces are left out. `textures`
-/// has a name for each part.
+/// The text of a file that describes the mesh; reading it back gives the same faces in the same order, to the last bit.
+/// Faces of at most 1e-5, as carving puts them into its gaps and scaling down makes them, are written but not read
+/// back. Vertices without faces are left out. `textures` has a name for each part.
 std::string writeCsgText(const csgMesh& mesh, const std::vector<std::string>& textures);

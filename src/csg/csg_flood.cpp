@@ -20,6 +20,7 @@ void csgFlood::run() {
     spreadFromOutside();
     classify();
     verify();
+    markStraddlers();
 }
 
 void csgFlood::linkCorners() {
@@ -90,5 +91,12 @@ void csgFlood::verify() {
             continue;
         face.status = own;
         ++mesh.stats.overruled;
+    }
+}
+
+void csgFlood::markStraddlers() {
+    for (csgFace* face : near) {
+        if (straddles(*face, other.parts))
+            face->status = csgStraddling;
     }
 }

@@ -19,7 +19,7 @@ class csgFlood {
 public:
     csgFlood(csgMesh& floodedMesh, const csgMesh& otherMesh) : mesh(floodedMesh), other(otherMesh) {}
 
-    /// Leaves every near face with a status from 2 to 5, or 1 where only grazing rays would answer.
+    /// Leaves every near face with a status from 2 to 6, or 1 where only grazing rays would answer.
     void run();
 
     /// The faces of a mesh whose boxes meet `box`, in order.
@@ -30,6 +30,7 @@ private:
     void spreadFromOutside();
     void classify();
     void verify();
+    void markStraddlers();
     void spread(csgVertex& from, int status);
 
     csgMesh& mesh;

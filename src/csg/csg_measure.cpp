@@ -3,8 +3,66 @@
 #include "csg/csg_mesh.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <map>
 #include <utility>
+#include <vector>
+
+namespace {
+
+struct HalfEdge {
+    csgVector from;
+    csgVector to;
+};
+
+double distanceToSegment(const csgVector& p, const HalfEdge& edge) {
+    const csgVector along = edge.to - edge.from;
+    const double squared = along.dot(along);
+    const double t = squared > 0.0 ? std::clamp((p - edge.from).dot(along) / squared, 0.0, 1.0) : 0.0;
+    return (p - (edge.from + along * t)).length();
+}
+
+/// What is left of the half edges when each has been paired with one that runs back between the same vertices.
+std::vector<HalfEdge> unpairedHalfEdges(const csgMesh& mesh) {
+    std::map<std::pair<const csgVertex*, const csgVertex*>, int> balance;
+    for (const csgFaceList& part : mesh.getParts()) {
+        for (const auto& face : part) {
+            for (std::size_t i = 0; i < 3; ++i) {
+                const csgVertex* a = face->corners[i];
+                const csgVertex* b = face->corners[(i + 1) % 3];
+                balance[std::minmax(a, b)] += a < b ? 1 : -1;
+            }
+        }
+    }
+    std::vector<HalfEdge> unpaired;
+    for (const auto& [ends, count] : balance) {
+        const HalfEdge edge = count > 0 ? HalfEdge{ends.first->position, ends.second->position}
+                                        : HalfEdge{ends.second->position, ends.first->position};
+        for (int i = 0; i < std::abs(count); ++i)
+            unpaired.push_back(edge);
+    }
+    return unpaired;
+}
+
+/// Distance from a half edge to those that run the other way, the largest along its length.
+double gapOf(const HalfEdge& edge, const std::vector<HalfEdge>& all) {
+    constexpr int samples = 8;
+    const csgVector along = edge.to - edge.from;
+    double gap = 0.0;
+    for (int i = 0; i <= samples; ++i) {
+        const csgVector p = edge.from + along * (static_cast<double>(i) / samples);
+        double nearest = std::numeric_limits<double>::max();
+        for (const HalfEdge& other : all) {
+            if ((other.to - other.from).dot(along) < 0.0)
+                nearest = std::min(nearest, distanceToSegment(p, other));
+        }
+        gap = std::max(gap, nearest);
+    }
+    return gap;
+}
+
+} // namespace
 
 double volumeOf(const csgMesh& mesh) {
     double sum = 0.0;
@@ -42,4 +100,13 @@ std::size_t openEdgesOf(const csgMesh& mesh) {
     return static_cast<std::size_t>(std::count_if(edges.begin(), edges.end(), [](const auto& edge) {
         return edge.second.along != 1 || edge.second.against != 1;
     }));
+}
+
+OpenEdges measureOpenEdges(const csgMesh& mesh) {
+    OpenEdges result;
+    result.count = openEdgesOf(mesh);
+    const std::vector<HalfEdge> unpaired = unpairedHalfEdges(mesh);
+    for (const HalfEdge& edge : unpaired)
+        result.widestGap = std::max(result.widestGap, gapOf(edge, unpaired));
+    return result;
 }

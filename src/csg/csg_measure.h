@@ -11,3 +11,11 @@ double volumeOf(const csgMesh& mesh);
 double areaOf(const csgMesh& mesh);
 /// Edges, taken by vertex identity, that are not used exactly once in each direction. 0 when the mesh is closed.
 std::size_t openEdgesOf(const csgMesh& mesh);
+
+/// The open edges, and how far they are from one another. The gap is what a mover would have to fit through; cost grows
+/// with the square of the number of open edges.
+struct OpenEdges {
+    std::size_t count = 0;  ///< as openEdgesOf counts
+    double widestGap = 0.0; ///< largest distance of an open edge from those that run the other way, along its length
+};
+OpenEdges measureOpenEdges(const csgMesh& mesh);

@@ -37,7 +37,12 @@ public:
         std::size_t tooSmall = 0;  ///< pieces dropped for their area, in both meshes
         std::size_t overruled = 0; ///< flooded statuses that rays disproved
         std::size_t keptUncut = 0; ///< cuts left undone because the pieces kept shrinking
+        std::size_t mended = 0;    ///< faces put in where dropped pieces had left a gap
     };
+
+    /// Rough: each mesh is split once along the other, and the gaps that arise are left. Closed: this mesh is split a
+    /// second time, and what gaps are left then are mended. Rough is for measuring what the rest is worth.
+    enum class CarveFinish { rough, closed };
 
     csgMesh() = default;
     virtual ~csgMesh();
@@ -99,7 +104,7 @@ public:
     /// Both hold something, and what is adopted has a part to go to.
     bool canBeCarvedBy(const csgMesh& tool) const { return bounds && tool.bounds && !parts.empty(); }
     /// Makes this mesh the difference of itself and the tool. The tool is used up. Normals are left to computeNormals.
-    void carve(csgMesh& tool);
+    void carve(csgMesh& tool, CarveFinish finish = CarveFinish::closed);
     /// Recomputes the normal of every vertex whose faces have changed since the last time.
     void computeNormals();
 
@@ -112,6 +117,7 @@ protected:
 private:
     friend class csgSplitter;
     friend class csgFlood;
+    friend class csgMender;
 
     csgVertex& appendVertex(const csgVector& position, std::int32_t status);
     void transformBy(const Matrix& matrix);

@@ -10,3 +10,4 @@ inline constexpr std::int32_t csgOutside = 3;
 inline constexpr std::int32_t csgOnCut = 4;            ///< vertex: made by, or met by, a cut
 inline constexpr std::int32_t csgCoplanarSame = 4;     ///< face: lies on a face of the other solid, same facing
 inline constexpr std::int32_t csgCoplanarOpposite = 5; ///< face: lies on a face of the other solid, opposite facing
+inline constexpr std::int32_t csgStraddling = 6;       ///< face: too thin to be cut, inside here and outside there

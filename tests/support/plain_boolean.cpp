@@ -1,6 +1,8 @@
 #include "support/plain_boolean.h"
 
+#include "csg/csg_classify.h"
 #include "csg/csg_line.h"
+#include "csg/csg_mender.h"
 #include "csg/csg_mesh.h"
 #include "csg/csg_predicates.h"
 #include "csg/csg_segment.h"
@@ -226,6 +228,10 @@ void plainClassify(csgMesh& mesh, const csgMesh& other) {
         if (own != csgUnclassified && own != face.status && confirms(face, own, other))
             face.status = own;
     });
+    forEachFace(mesh, [&](csgFace& face) {
+        if (straddles(face, other.getParts()))
+            face.status = csgStraddling;
+    });
 }
 
 void plainCarve(csgMesh& land, csgMesh& tool) {
@@ -237,7 +243,8 @@ void plainCarve(csgMesh& land, csgMesh& tool) {
     for (std::size_t p = 0; p < land.getParts().size(); ++p) {
         csgFaceList& list = land.getPart(p);
         for (std::size_t index = 0; index < list.size();) {
-            if (list[index]->status == csgInside || list[index]->status == csgCoplanarSame)
+            const std::int32_t status = list[index]->status;
+            if (status == csgInside || status == csgCoplanarSame || status == csgStraddling)
                 csgMesh::removeFaceAt(list, index);
             else
                 ++index;
@@ -249,6 +256,7 @@ void plainCarve(csgMesh& land, csgMesh& tool) {
             land.adoptFace(face);
         }
     });
+    csgMender(land, *tool.getBounds()).run();
     for (const auto& vertex : land.getVertices()) {
         vertex->adjacent.clear();
         vertex->status = csgUnclassified;

@@ -186,10 +186,11 @@ TEST(CsgBoolean, SameCentreAgainAndAgain) {
         if (i == 0)
             afterFirst = volumeOf(land);
     }
-    // The tool steps aside by a few thousandths each time; it must not tear the wall open.
+    // The tool steps aside by a few hundredths each time; it must not tear the wall open.
     const double loss = afterFirst - volumeOf(land);
     EXPECT_GT(loss, 0.0);
-    EXPECT_LT(loss, 10.0);
+    EXPECT_LT(loss, 30.0);
+    EXPECT_EQ(openEdgesOf(land), 0u);
     EXPECT_GT(columnLength(land, 3.0, -4.0), 20.0);
 }
 
@@ -269,5 +270,5 @@ TEST(CsgBoolean, SameBitsInEveryBuild) {
         land.carve(tool);
         land.computeNormals();
     }
-    EXPECT_EQ(hashOf(land), 10096666213355097761ULL) << "as the release, debug and sanitizer builds of x86-64 gave it";
+    EXPECT_EQ(hashOf(land), 15448822649031231320ULL) << "as the release, debug and sanitizer builds of x86-64 gave it";
 }

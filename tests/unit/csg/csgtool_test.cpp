@@ -67,8 +67,9 @@ TEST_F(CsgTool, CutsAtEveryCentreInTurn) {
     const Outcome outcome =
         run("subtract csg/land.csg csg/ball.csg --at 5 10 5 --at -5.5 1e1 -5 --centres more.txt -o out.csg --stats");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
-    EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 4);
+    EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 5);
     EXPECT_EQ(outcome.output.rfind("cut 1: faces 12 -> ", 0), 0u) << outcome.output;
+    EXPECT_NE(outcome.output.find(", open edges 0, widest gap 0.0e+00\n"), std::string::npos) << outcome.output;
 
     csgMesh expected;
     build(expected, "csg/land.csg");

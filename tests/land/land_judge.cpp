@@ -1,0 +1,150 @@
+#include "land/land_judge.h"
+
+#include "support/solids.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace {
+
+constexpr double wrongBy = 1e-3;
+
+/// Coordinates of a point as (along the axis, first across, second across).
+csgVector turned(const csgVector& p, int axis) {
+    switch (axis) {
+    case 0:
+        return {p.x, p.y, p.z};
+    case 1:
+        return {p.y, p.z, p.x};
+    default:
+        return {p.z, p.x, p.y};
+    }
+}
+
+bool isBeside(const csgBounds& box, int axis, double u, double v) {
+    const csgVector low = turned(box.min, axis);
+    const csgVector high = turned(box.max, axis);
+    return u < low.y || u > high.y || v < low.z || v > high.z;
+}
+
+/// Stretches of the line along `axis` at (u, v) that lie inside the mesh, in order.
+std::vector<std::pair<double, double>> columnAlong(const csgMesh& mesh, int axis, double u, double v) {
+    std::vector<double> crossings;
+    const auto visit = [&](const csgFace& face) {
+        const csgVector a = turned(face.cornerPosition(0), axis);
+        const csgVector b = turned(face.cornerPosition(1), axis);
+        const csgVector c = turned(face.cornerPosition(2), axis);
+        const auto side = [&](const csgVector& p, const csgVector& q) {
+            return (q.y - p.y) * (v - p.z) - (q.z - p.z) * (u - p.y);
+        };
+        const double wa = side(b, c);
+        const double wb = side(c, a);
+        const double wc = side(a, b);
+        if ((wa > 0 && wb > 0 && wc > 0) || (wa < 0 && wb < 0 && wc < 0))
+            crossings.push_back((wa * a.x + wb * b.x + wc * c.x) / (wa + wb + wc));
+    };
+    for (const csgFaceList& part : mesh.getParts()) {
+        part.forEachWhere([&](const csgBounds& box) { return !isBeside(box, axis, u, v); },
+                          [&](std::size_t i) {
+                              visit(*part[i]);
+                              return true;
+                          });
+    }
+    std::sort(crossings.begin(), crossings.end());
+    std::vector<std::pair<double, double>> stretches;
+    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
+        stretches.emplace_back(crossings[i], crossings[i + 1]);
+    return stretches;
+}
+
+double depthIn(const csgMesh& convex, const csgVector& p) {
+    double depth = std::numeric_limits<double>::max();
+    for (const csgFaceList& part : convex.getParts()) {
+        for (const auto& face : part)
+            depth = std::min(depth, -face->signedDistance(p));
+    }
+    return depth;
+}
+
+} // namespace
+
+void LandJudge::addTool(std::unique_ptr<csgMesh> tool) {
+    tools.push_back(std::move(tool));
+}
+
+double LandJudge::deepestFace(const csgMesh& result) const {
+    double deepest = 0.0;
+    for (const auto& tool : tools) {
+        for (const csgFaceList& part : result.getParts()) {
+            part.forEachMeeting(*tool->getBounds(), [&](std::size_t i) {
+                const csgFace& face = *part[i];
+                const csgVector centre = face.centre();
+                deepest = std::max(deepest, depthIn(*tool, centre));
+                for (std::size_t c = 0; c < 3; ++c) {
+                    const csgVector& corner = face.cornerPosition(c);
+                    const csgVector middle = (corner + face.cornerPosition((c + 1) % 3)) * 0.5;
+                    deepest = std::max(deepest, depthIn(*tool, (corner + centre) * 0.5));
+                    deepest = std::max(deepest, depthIn(*tool, middle * 0.98 + centre * 0.02));
+                }
+            });
+        }
+    }
+    return deepest;
+}
+
+double LandJudge::expectedLength(int axis, double u, double v, double& before) const {
+    const auto land = columnAlong(untouched, axis, u, v);
+    std::vector<std::pair<double, double>> holes;
+    for (const auto& tool : tools) {
+        if (isBeside(*tool->getBounds(), axis, u, v))
+            continue;
+        const auto hole = columnAlong(*tool, axis, u, v);
+        holes.insert(holes.end(), hole.begin(), hole.end());
+    }
+    before = lengthWithout(land, {});
+    return lengthWithout(land, std::move(holes));
+}
+
+LandJudge::Columns LandJudge::compareColumns(const csgMesh& result, std::size_t count, std::uint32_t seed) const {
+    std::mt19937 random(seed);
+    Columns columns;
+    for (std::size_t i = 0; i < count; ++i) {
+        const int axis = static_cast<int>(i % 3);
+        const bool throughTool = i % 2 == 0 && !tools.empty();
+        const csgBounds& box = throughTool ? *tools[random() % tools.size()]->getBounds() : *untouched.getBounds();
+        const csgVector low = turned(box.min, axis);
+        const csgVector high = turned(box.max, axis);
+        const double u = std::uniform_real_distribution<double>(low.y, high.y)(random);
+        const double v = std::uniform_real_distribution<double>(low.z, high.z)(random);
+        double before = 0.0;
+        const double expected = expectedLength(axis, u, v, before);
+        const double found = lengthWithout(columnAlong(result, axis, u, v), {});
+        const double off = std::fabs(found - expected);
+        ++columns.tried;
+        columns.touched += expected < before - wrongBy ? 1U : 0U;
+        columns.wrong += off > wrongBy ? 1U : 0U;
+        columns.worst = std::max(columns.worst, off);
+    }
+    return columns;
+}
+
+double LandJudge::removedVolume(std::size_t side, std::uint32_t seed) const {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> within(0.0, 1.0);
+    const csgBounds& box = *untouched.getBounds();
+    const double du = (box.max.z - box.min.z) / static_cast<double>(side);
+    const double dv = (box.max.x - box.min.x) / static_cast<double>(side);
+    double removed = 0.0;
+    for (std::size_t i = 0; i < side; ++i) {
+        for (std::size_t j = 0; j < side; ++j) {
+            const double u = box.min.z + (static_cast<double>(i) + within(random)) * du;
+            const double v = box.min.x + (static_cast<double>(j) + within(random)) * dv;
+            double before = 0.0;
+            const double after = expectedLength(1, u, v, before);
+            removed += (before - after) * du * dv;
+        }
+    }
+    return removed;
+}
