@@ -172,6 +172,10 @@ const std::vector<UINT>& defaultedMessages() {
     return desktop().defaulted;
 }
 
+void clearDefaultedMessages() {
+    desktop().defaulted.clear();
+}
+
 const std::vector<ShownBox>& messageBoxes() {
     return desktop().boxes;
 }

@@ -113,6 +113,7 @@ OpenHandles openHandles();
 
 /// Messages that reached DefWindowProcA, in order.
 const std::vector<UINT>& defaultedMessages();
+void clearDefaultedMessages();
 
 // Message boxes.
 

@@ -1,0 +1,41 @@
+#pragma once
+
+// What hostile play keeps of each round: how long it was, and what the program held in memory when it began, by level.
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+class RoundLog {
+public:
+    /// Reads the level list, so that a scene can be told by its number of solids and faces. Shipped data must be
+    /// current.
+    RoundLog();
+
+    /// Notes the beginning of a round in a scene that is as new; the name of its level.
+    const std::string& begin(unsigned round);
+    void end(unsigned frameCount, unsigned turnCount);
+    /// A sentence on a level whose rounds hold more and more, or nothing.
+    std::string growth() const;
+    void print() const;
+
+private:
+    struct Sample {
+        unsigned round;
+        std::size_t bytes;
+    };
+    struct Level {
+        std::vector<Sample> samples;
+        unsigned long frames = 0;
+        unsigned long turns = 0;
+    };
+
+    /// The first sample after the warm-up, in which sounds are opened that stay.
+    static const Sample* baseline(const Level& level);
+
+    std::map<std::pair<int, std::size_t>, std::string> names;
+    std::map<std::string, Level> levels;
+    Level* current = nullptr;
+};
