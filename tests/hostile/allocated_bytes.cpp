@@ -2,7 +2,8 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 
-#include <sanitizer/allocator_interface.h>
+// The compiler's package leaves out the header that declares it.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
 std::size_t allocatedBytes() {
     return __sanitizer_get_current_allocated_bytes();

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <vector>
+#include <utility>
 
 class RoundLog {
 public:
@@ -23,17 +23,19 @@ public:
 
 private:
     struct Sample {
-        unsigned round;
-        std::size_t bytes;
+        unsigned round = 0;
+        std::size_t bytes = 0;
     };
+    /// Of the same size after the first round as after the last, or the log itself would be growth.
     struct Level {
-        std::vector<Sample> samples;
+        unsigned rounds = 0;
         unsigned long frames = 0;
         unsigned long turns = 0;
+        Sample first;
+        Sample settled; ///< the first after the warm-up, in which sounds are opened that stay
+        Sample most;
+        Sample last;
     };
-
-    /// The first sample after the warm-up, in which sounds are opened that stay.
-    static const Sample* baseline(const Level& level);
 
     std::map<std::pair<int, std::size_t>, std::string> names;
     std::map<std::string, Level> levels;
