@@ -3,6 +3,7 @@
 #include "core/module_manager.h"
 #include "core/team.h"
 #include "core/team_manager.h"
+#include "game/weapon.h"
 #include "game/worm.h"
 #include "hostile/inspection.h"
 #include "platform/headless/headless.h"
@@ -10,7 +11,7 @@
 #include "support/play.h"
 #include "support/world_hash.h"
 
-#include <array>
+#include <algorithm>
 #include <bit>
 #include <cinttypes>
 #include <cstdio>
@@ -22,17 +23,33 @@ namespace {
 constexpr unsigned mostFrames = 40000;
 /// Turns after which nothing but the shortest way to the end is taken.
 constexpr unsigned patience = 30;
+/// Rounds in which every weapon is fired and every level played, as good as surely.
+constexpr unsigned roundsForEverything = 20;
+constexpr unsigned roundsForEveryLevel = 100;
 constexpr float straightDown = -1.5f;
 /// World units; less is no movement.
 constexpr float leastMovement = 0.5f;
-
-constexpr std::array<int, 12> playKeys{'W', 'A', 'S', 'D', VK_SPACE, 'Q', 'E', '1', '2', '3', '4', '5'};
-constexpr std::array<int, 10> otherKeys{VK_F2, VK_F3, VK_F4, VK_F5, VK_F6, VK_F7, VK_F8, VK_F9, 'T', VK_RETURN};
 
 /// The game reads a level's textures when the level first comes up and keeps them, which would look like growth.
 void readAllTextures() {
     for (const auto& file : std::filesystem::directory_iterator("textures"))
         theModuleManager->getTextureManager()->getTexture(file.path().stem().string());
+}
+
+/// Who has the turn, where, and with what; nothing once the game has ended.
+std::string stateOfGame() {
+    const Worm* const worm = theModuleManager != nullptr ? world::activeWorm() : nullptr;
+    if (worm == nullptr)
+        return {};
+    const Vector3 at = worm->getPosition();
+    const Vector3& velocity = worm->jumpVelocity;
+    char line[256];
+    std::snprintf(line, sizeof line, "; %s has the turn at (%g, %g, %g)%s (%g, %g, %g), weapon %d",
+                  worm->getWormName().c_str(), static_cast<double>(at.x), static_cast<double>(at.y),
+                  static_cast<double>(at.z), worm->jumping ? " and flies with" : ", last velocity",
+                  static_cast<double>(velocity.x), static_cast<double>(velocity.y), static_cast<double>(velocity.z),
+                  worm->weapon != nullptr ? worm->weapon->getWeaponIndex() + 1 : 0);
+    return line;
 }
 
 int teamsLeft() {
@@ -42,7 +59,7 @@ int teamsLeft() {
 } // namespace
 
 HostileBot::HostileBot(std::uint64_t seedNumber, unsigned roundCount, bool reportRounds)
-    : seed(seedNumber), rounds(roundCount), reporting(reportRounds), random(seedNumber) {}
+    : seed(seedNumber), rounds(roundCount), reporting(reportRounds), random(seedNumber), input(random) {}
 
 void HostileBot::play() {
     headless::reset();
@@ -64,6 +81,7 @@ void HostileBot::play() {
     });
     const int status = WinMain(nullptr, nullptr, nullptr, 0);
     headless::onFrame(nullptr);
+    headless::onIdle(nullptr);
     endOfGame(status);
 }
 
@@ -76,6 +94,25 @@ void HostileBot::endOfGame(int status) {
         fail(headless::problems().front());
     if (round <= rounds)
         fail("the game ended before its time");
+    checkThatAllWasTried();
+}
+
+void HostileBot::checkThatAllWasTried() {
+    if (rounds >= roundsForEverything &&
+        (*std::min_element(shots.begin(), shots.end()) == 0 || input.getMinimisations() == 0 ||
+         input.getEmptyFrames() == 0 || input.getLongFrames() == 0))
+        fail("something was never tried");
+    if (rounds >= roundsForEveryLevel && log.countLevels() < log.countListed())
+        fail("a level was never played");
+}
+
+void HostileBot::print() const {
+    log.print();
+    std::printf(
+        "shots by weapon %u %u %u %u %u, %u minimisations, %u frames of 0 ms, %u of more than 1 s, %u worms in the "
+        "ground or in another\n",
+        shots[0], shots[1], shots[2], shots[3], shots[4], input.getMinimisations(), input.getEmptyFrames(),
+        input.getLongFrames(), wormsInTheWay);
 }
 
 void HostileBot::endOfFrame() {
@@ -86,18 +123,27 @@ void HostileBot::endOfFrame() {
         fail("the game does not end");
     inspect();
     mixFrame();
-    chooseFrameTime();
+    input.chooseFrameTime(ordinaryFrames);
 }
 
 void HostileBot::inspect() {
     ++framesOfRound;
     const Worm* const active = world::activeWorm();
     turnsOfRound += active != lastActive ? 1 : 0;
+    countShots(active);
     lastActive = active;
     if (std::string found = inspection::faultOfFrame(); !found.empty())
         fail(found);
     if (framesOfRound > mostFrames)
         fail("the round does not end");
+}
+
+void HostileBot::countShots(const Worm* active) {
+    const Weapon* const weapon = active != nullptr ? active->weapon : nullptr;
+    const unsigned fired = weapon != nullptr ? weapon->getShotsFired() : 0;
+    if (fired > lastShots)
+        shots[static_cast<std::size_t>(weapon->getWeaponIndex())] += fired - lastShots;
+    lastShots = fired;
 }
 
 void HostileBot::mixFrame() {
@@ -114,28 +160,9 @@ void HostileBot::mix(std::uint64_t value) {
     hash ^= hash >> 32;
 }
 
-void HostileBot::chooseFrameTime() {
-    if (burst > 0) {
-        --burst;
-        headless::setFrameDuration(0);
-        return;
-    }
-    unsigned length = 10 + random.below(31);
-    if (!ordinaryFrames) {
-        const unsigned kind = random.below(1000);
-        if (kind < 15)
-            burst = 1 + random.below(30);
-        else if (kind < 45)
-            length = 100 + random.below(900);
-        else if (kind < 55)
-            length = 1000 + random.below(9001);
-    }
-    headless::setFrameDuration(length);
-}
-
 void HostileBot::fail(const std::string& what) {
     if (fault.empty())
-        fault = whereabouts() + ": " + what;
+        fault = whereabouts() + ": " + what + stateOfGame();
 }
 
 std::string HostileBot::whereabouts() const {
@@ -194,13 +221,13 @@ Script HostileBot::playWildTurn() {
         else
             co_await playOneMove();
     }
-    releaseEverything();
+    input.releaseEverything();
 }
 
 Script HostileBot::playWildly(unsigned frameCount) {
     for (unsigned frame = 0; frame < frameCount && !isRoundOver(); ++frame) {
         for (unsigned count = random.below(3); count > 0; --count)
-            causeEvent();
+            input.causeEvent();
         co_await frames(1);
     }
 }
@@ -219,7 +246,7 @@ Script HostileBot::playOneMove() {
     co_await pressFire(1 + random.below(60));
     if (random.perMille(700))
         co_await frames(1 + random.below(100));
-    releaseEverything();
+    input.releaseEverything();
 }
 
 Script HostileBot::finishRound() {
@@ -241,7 +268,7 @@ Script HostileBot::walkSomewhere() {
         headless::keyDown(VK_SPACE);
     for (unsigned left = 40; left > 0 && !isRoundOver() && world::activeWorm() == worm; --left)
         co_await frames(1);
-    releaseEverything();
+    input.releaseEverything();
 }
 
 Script HostileBot::shootOwnFeet() {
@@ -261,6 +288,7 @@ Script HostileBot::checkThatTheWormCanMove() {
     const Worm* const worm = world::activeWorm();
     if (isRoundOver() || worm == nullptr || !(inspection::isInsideLand(*worm) || inspection::isInsideWorm(*worm)))
         co_return;
+    ++wormsInTheWay;
     if (reporting)
         std::printf("%s: %s is in the %s\n", whereabouts().c_str(), worm->getWormName().c_str(),
                     inspection::isInsideLand(*worm) ? "ground" : "way of another");
@@ -283,103 +311,14 @@ Script HostileBot::checkThatTheWormCanMove() {
 }
 
 Script HostileBot::startNextRound() {
-    releaseEverything();
+    input.releaseEverything();
     for (unsigned frame = random.below(30); frame > 0 && !scene->isGone(); --frame) {
-        causeEvent();
+        input.causeEvent();
         co_await frames(1);
     }
-    releaseEverything();
+    input.releaseEverything();
     while (!scene->isGone() && fault.empty()) {
         headless::tapKey(VK_RETURN);
         co_await frames(1);
     }
-}
-
-void HostileBot::releaseEverything() {
-    for (const int key : playKeys)
-        headless::keyUp(key);
-    headless::leftButton(false);
-}
-
-void HostileBot::toggleKey() {
-    const int key = playKeys[random.below(playKeys.size())];
-    if (random.perMille(500))
-        headless::keyDown(key);
-    else
-        headless::keyUp(key);
-}
-
-void HostileBot::nudgeMouse(int farthest) {
-    const int right = random.between(-farthest, farthest);
-    headless::moveMouse(right, random.between(-farthest, farthest));
-}
-
-void HostileBot::resize(int largest) {
-    const int width = random.between(0, largest);
-    headless::resizeWindow(width, random.between(0, largest));
-}
-
-void HostileBot::causeEvent() {
-    const unsigned kind = random.below(1000);
-    if (kind < 450)
-        toggleKey();
-    else if (kind < 600)
-        headless::leftButton(random.perMille(500));
-    else if (kind < 900)
-        nudgeMouse(200);
-    else if (kind < 910)
-        nudgeMouse(1000000);
-    else if (kind < 960)
-        headless::tapKey(otherKeys[random.below(otherKeys.size())]);
-    else
-        causeWindowEvent();
-}
-
-void HostileBot::causeWindowEvent() {
-    switch (random.below(7)) {
-    case 0:
-        resize(2000);
-        break;
-    case 1:
-        resize(1);
-        break;
-    case 2:
-        headless::post(WM_ACTIVATE, MAKEWPARAM(static_cast<WORD>(random.below(3)), 0));
-        break;
-    case 3:
-        headless::post(WM_SYSCOMMAND, random.perMille(500) ? SC_SCREENSAVE : SC_MONITORPOWER);
-        break;
-    case 4: {
-        // Any key there is and some there are not, but for the one that ends the game.
-        const int key = random.between(0, 300);
-        if (key != VK_ESCAPE)
-            headless::tapKey(key);
-        break;
-    }
-    case 5:
-        headless::post(0x8000u + random.below(0x4000u), 1, 1);
-        break;
-    default:
-        minimise();
-        break;
-    }
-}
-
-void HostileBot::minimise() {
-    headless::minimiseWindow();
-    looksWhileMinimised = 1 + random.below(5);
-    headless::onIdle([this] { whileMinimised(); });
-}
-
-/// The loop turns without frames now; what comes in is still taken in.
-void HostileBot::whileMinimised() {
-    if (--looksWhileMinimised > 0) {
-        headless::advance(random.below(4000));
-        toggleKey();
-        headless::leftButton(random.perMille(300));
-        nudgeMouse(50);
-        return;
-    }
-    headless::restoreWindow();
-    headless::onIdle(nullptr);
 }

@@ -7,8 +7,10 @@
 #include "core/scene_node.h"
 #include "hostile/bot_random.h"
 #include "hostile/round_log.h"
+#include "hostile/wild_input.h"
 #include "support/script.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -25,15 +27,18 @@ public:
     const std::string& getFault() const { return fault; }
     /// Over the worms in every frame and the whole world at the end of every round.
     std::uint64_t getHash() const { return hash; }
-    const RoundLog& getLog() const { return log; }
-    /// Where the bot is now, for whoever reports an abrupt end.
+    /// What was played, line by line, and what the levels held in memory.
+    void print() const;
+    /// Where the bot is now, for whoever reports an abrupt end; touches nothing of the game.
     std::string whereabouts() const;
 
 private:
     void endOfFrame();
     void endOfGame(int status);
-    void chooseFrameTime();
     void inspect();
+    void countShots(const Worm* active);
+    /// A run of some length has to have done everything, or its silence says little.
+    void checkThatAllWasTried();
     void mixFrame();
     void mix(std::uint64_t value);
     void fail(const std::string& what);
@@ -51,19 +56,12 @@ private:
 
     void beginRound();
     bool isRoundOver() const;
-    void causeEvent();
-    void causeWindowEvent();
-    void toggleKey();
-    void nudgeMouse(int farthest);
-    void resize(int largest);
-    void minimise();
-    void whileMinimised();
-    void releaseEverything();
 
     const std::uint64_t seed;
     const unsigned rounds;
     const bool reporting;
     BotRandom random;
+    WildInput input;
     RoundLog log;
     std::string fault;
     std::uint64_t hash = 14695981039346656037u;
@@ -74,9 +72,9 @@ private:
     unsigned turnsOfRound = 0;
     std::unique_ptr<NodeWatch> scene; ///< of the round
     const Worm* lastActive = nullptr;
+    std::array<unsigned, 5> shots{}; ///< by weapon
+    unsigned lastShots = 0;
+    unsigned wormsInTheWay = 0; ///< found in the ground or in another worm
     unsigned framesAfterQuit = 0;
-    /// Frames of no time that are still to come.
-    unsigned burst = 0;
     bool ordinaryFrames = false;
-    unsigned looksWhileMinimised = 0;
 };

@@ -73,7 +73,7 @@ bool play(const Options& options, std::uint64_t& hash) {
     playing = nullptr;
     hash = bot.getHash();
     if (options.report)
-        bot.getLog().print();
+        bot.print();
     if (!bot.getFault().empty())
         std::fprintf(stderr, "%s\n", bot.getFault().c_str());
     return bot.getFault().empty();

@@ -19,6 +19,9 @@ public:
     void end(unsigned frameCount, unsigned turnCount);
     /// A sentence on a level whose rounds hold more and more, or nothing.
     std::string growth() const;
+    std::size_t countLevels() const { return levels.size(); }
+    /// Levels of the list.
+    std::size_t countListed() const { return names.size(); }
     void print() const;
 
 private:
