@@ -3,6 +3,8 @@
 #include "core/module_manager.h"
 #include "core/team.h"
 #include "core/team_manager.h"
+#include "game/airstrike.h"
+#include "game/beam.h"
 #include "game/weapon.h"
 #include "game/worm.h"
 #include "hostile/inspection.h"
@@ -271,16 +273,25 @@ Script HostileBot::walkSomewhere() {
     input.releaseEverything();
 }
 
+/// Mostly with the bazooka, which never runs out; a strike or a stick may end the last worm of a team while more of the
+/// same is still in the air.
 Script HostileBot::shootOwnFeet() {
     const Worm* const worm = world::activeWorm();
-    co_await takeWeapon(0);
+    const bool choosy = turnsOfRound <= patience && random.perMille(300);
+    const int weapon = choosy ? random.between(1, 4) : 0;
+    if (weapon == Beam::index || weapon == Airstrike::index)
+        headless::keyDown('E');
+    co_await takeWeapon(weapon);
     for (unsigned wait = 0; !isRoundOver() && world::activeWorm() == worm && wait < 1000; ++wait) {
+        if (wait == 150)
+            co_await takeWeapon(0);
         if (wait % 60 == 0) {
             co_await aimAt(straightDown, worm->getYaw());
             co_await pressFire(1);
         }
         co_await frames(1);
     }
+    input.releaseEverything();
 }
 
 /// A worm in the ground or in another worm has to get out of it by some of what a player can do.
@@ -312,7 +323,8 @@ Script HostileBot::checkThatTheWormCanMove() {
 
 Script HostileBot::startNextRound() {
     input.releaseEverything();
-    for (unsigned frame = random.below(30); frame > 0 && !scene->isGone(); --frame) {
+    const unsigned victory = random.below(random.perMille(200) ? 200 : 30);
+    for (unsigned frame = 0; frame < victory && !scene->isGone(); ++frame) {
         input.causeEvent();
         co_await frames(1);
     }

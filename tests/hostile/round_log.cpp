@@ -14,9 +14,9 @@
 namespace {
 
 constexpr unsigned warmUpRounds = 10;
-/// Texts, queues and the desktop's record of a frame's sounds keep the room that their fullest moment took. Over a
-/// thousand rounds this is eight bytes a round: less than the smallest thing that could be lost in each.
-constexpr std::size_t tolerance = 8 * 1024;
+/// Texts and lists keep the room that their fullest moment took, some hundred bytes. Over a thousand rounds this is
+/// four bytes a round: less than the smallest thing that could be lost in each.
+constexpr std::size_t tolerance = 4 * 1024;
 
 std::size_t facesOf(const std::string& solid) {
     csgMeshData data;

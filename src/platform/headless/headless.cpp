@@ -173,7 +173,7 @@ const std::vector<UINT>& defaultedMessages() {
 }
 
 void clearDefaultedMessages() {
-    desktop().defaulted.clear();
+    std::vector<UINT>().swap(desktop().defaulted);
 }
 
 const std::vector<ShownBox>& messageBoxes() {
