@@ -17,6 +17,7 @@
 #include <bit>
 #include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 namespace {
@@ -121,8 +122,11 @@ void HostileBot::endOfFrame() {
     // What the desktop writes down would count as growth.
     headless::clearSoundCalls();
     headless::clearDefaultedMessages();
-    if (framesAfterQuit > 3)
+    if (framesAfterQuit > 3) {
         fail("the game does not end");
+        std::fprintf(stderr, "%s\n", fault.c_str());
+        std::_Exit(1);
+    }
     inspect();
     mixFrame();
     input.chooseFrameTime(ordinaryFrames);
