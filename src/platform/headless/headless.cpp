@@ -172,6 +172,10 @@ const std::vector<UINT>& defaultedMessages() {
     return desktop().defaulted;
 }
 
+void clearDefaultedMessages() {
+    std::vector<UINT>().swap(desktop().defaulted);
+}
+
 const std::vector<ShownBox>& messageBoxes() {
     return desktop().boxes;
 }

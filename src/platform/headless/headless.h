@@ -113,6 +113,8 @@ OpenHandles openHandles();
 
 /// Messages that reached DefWindowProcA, in order.
 const std::vector<UINT>& defaultedMessages();
+/// Gives the room they took back as well.
+void clearDefaultedMessages();
 
 // Message boxes.
 
@@ -162,6 +164,7 @@ struct SoundCall {
     bool operator==(const SoundCall&) const = default;
 };
 const std::vector<SoundCall>& soundCalls();
+/// Gives the room they took back as well.
 void clearSoundCalls();
 /// File of the stream started last on the channel and neither stopped nor replaced; sounds do not end by themselves.
 std::string playingOn(int channel);

@@ -71,7 +71,7 @@ const std::vector<SoundCall>& soundCalls() {
 }
 
 void clearSoundCalls() {
-    sound().calls.clear();
+    std::vector<SoundCall>().swap(sound().calls);
 }
 
 std::string playingOn(int channel) {

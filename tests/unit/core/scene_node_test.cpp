@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <numbers>
+#include <random>
 
 namespace {
 
@@ -175,6 +177,60 @@ TEST(SceneNodeTraversal, AChildMayEndItsParent) {
     root.update();
     EXPECT_TRUE(siblingVisited);
     EXPECT_EQ(root.getChildren().size(), 1u);
+}
+
+TEST(SceneNodeTraversal, TheWholeRestMayGoAndTheTraversalGoesOn) {
+    Family family("abcd");
+    ActingNode* const b = family.child('b');
+    b->action = [&] {
+        family.root.addChild(new ActingNode("n", &family.trace));
+        for (const char other : {'a', 'c', 'd'})
+            family.root.deleteChild(family.child(other));
+        family.root.deleteChild(b);
+    };
+    family.root.update();
+    EXPECT_EQ(family.trace, "abn");
+    EXPECT_EQ(family.root.getChildren().size(), 1u);
+}
+
+TEST(SceneNodeTraversal, EveryoneWhoStaysIsUpdatedOnceInOrderWhateverTheOthersDo) {
+    std::mt19937 random(7);
+    int endedSelf = 0;
+    int endedBefore = 0;
+    int endedAfter = 0;
+    for (int round = 0; round < 3000; ++round) {
+        Family family("");
+        char nextLetter = 'a';
+        const std::function<void()> addOne = [&] {
+            const char letter = nextLetter++;
+            auto* const node = new ActingNode(std::string(1, letter), &family.trace);
+            node->action = [&, letter] {
+                if (random() % 4 == 0 && nextLetter <= 'z')
+                    addOne();
+                const std::vector<SceneNode*> siblings = family.root.getChildren();
+                for (SceneNode* const sibling : siblings) {
+                    const char other = sibling->getNodeName()[0];
+                    if (random() % 5 != 0 || other == letter)
+                        continue;
+                    ++(other < letter ? endedBefore : endedAfter);
+                    family.root.deleteChild(sibling);
+                }
+                if (random() % 5 != 0)
+                    return;
+                ++endedSelf;
+                family.root.deleteChild(family.child(letter));
+            };
+            family.root.addChild(node);
+        };
+        for (unsigned count = 1 + random() % 8; count > 0; --count)
+            addOne();
+        family.root.update();
+        EXPECT_TRUE(std::is_sorted(family.trace.begin(), family.trace.end())) << family.trace;
+        EXPECT_EQ(std::adjacent_find(family.trace.begin(), family.trace.end()), family.trace.end()) << family.trace;
+        for (const SceneNode* const left : family.root.getChildren())
+            EXPECT_NE(family.trace.find(left->getNodeName()), std::string::npos) << "skipped";
+    }
+    EXPECT_GT(std::min({endedSelf, endedBefore, endedAfter}), 1000);
 }
 
 TEST(NodeWatch, EndsInAnyOrder) {
