@@ -3,7 +3,6 @@
 #include "support/playground.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -12,9 +11,11 @@ constexpr std::size_t mostBuilt = 4;
 
 /// Whether worms that are dropped on the solid land on it rather than miss it ten thousand times.
 bool isGround(const SolidEntry& solid) {
-    return solid.name == "slab" && std::fabs(solid.rotation[0]) < 0.2 && std::fabs(solid.rotation[2]) < 0.2 &&
-           std::fabs(solid.scale[0]) > 0.5 && std::fabs(solid.scale[2]) > 0.5 &&
-           std::fabs(solid.translation[0]) + std::fabs(solid.translation[2]) < 100.0;
+    const auto isIn = [](double value, double low, double high) { return value >= low && value <= high; };
+    return solid.name == "slab" && isIn(solid.rotation[0], -0.2, 0.2) && isIn(solid.rotation[2], -0.2, 0.2) &&
+           isIn(solid.scale[0], 0.5, 100.0) && isIn(solid.scale[1], 0.1, 5.0) && isIn(solid.scale[2], 0.5, 100.0) &&
+           isIn(solid.translation[0], -50.0, 50.0) && isIn(solid.translation[1], 0.0, 1000.0) &&
+           isIn(solid.translation[2], -50.0, 50.0);
 }
 
 } // namespace
@@ -30,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Bench bench;
     putFlatLevel();
     memory_files::put("./level/flat.lev", data, size);
-    if (!std::all_of(solids.begin(), solids.end(), isGround))
+    if (solids.empty() || !std::all_of(solids.begin(), solids.end(), isGround))
         memory_files::put("teams/teams.tm", "1 A 0");
     playFlatLevel(bench);
     return 0;
