@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <utility>
 
 namespace {
@@ -36,22 +37,17 @@ bool isPlaceable(const SolidEntry& entry) {
     return areCoordinates(entry.scale) && areCoordinates(entry.rotation) && areCoordinates(entry.translation);
 }
 
-/// The solid of an entry, placed; null when it cannot be loaded or would lie out of reach.
-std::unique_ptr<csgObject> makeSolid(const SolidEntry& entry) {
-    auto solid = std::make_unique<csgObject>();
-    if (!solid->load("./csg/" + entry.name))
-        return nullptr;
-    if (isPlaceable(entry)) {
-        solid->scale(entry.scale[0], entry.scale[1], entry.scale[2]);
-        solid->rotateX(entry.rotation[0]);
-        solid->rotateY(entry.rotation[1]);
-        solid->rotateZ(entry.rotation[2]);
-        solid->translate(entry.translation[0], entry.translation[1], entry.translation[2]);
-        if (isInReach(*solid))
-            return solid;
-    }
+/// Where a level puts its solid; false when that is out of reach.
+bool place(csgObject& solid, const SolidEntry& entry) {
+    solid.scale(entry.scale[0], entry.scale[1], entry.scale[2]);
+    solid.rotateX(entry.rotation[0]);
+    solid.rotateY(entry.rotation[1]);
+    solid.rotateZ(entry.rotation[2]);
+    solid.translate(entry.translation[0], entry.translation[1], entry.translation[2]);
+    if (isInReach(solid))
+        return true;
     logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
-    return nullptr;
+    return false;
 }
 
 /// The box around the landscape of a scene.
@@ -123,15 +119,22 @@ bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std
         return false;
     }
     std::size_t faces = 0;
+    std::set<std::string> unfit;
     for (const SolidEntry& entry : entries) {
-        std::unique_ptr<csgObject> solid = makeSolid(entry);
-        if (solid == nullptr)
+        if (!isPlaceable(entry) || unfit.contains(entry.name))
             continue;
+        auto solid = std::make_unique<csgObject>();
+        if (!solid->load("./csg/" + entry.name)) {
+            unfit.insert(entry.name);
+            continue;
+        }
         faces += solid->countFaces();
         if (faces > mostFaces) {
             reportDataError(levelFile, "more than " + std::to_string(mostFaces) + " faces");
             return false;
         }
+        if (!place(*solid, entry))
+            continue;
         csgObject* const placed = solid.release();
         root.addChild(placed);
         placed->rebuildArrays();

@@ -2,6 +2,7 @@
 
 #include "core/text_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -60,6 +61,7 @@ bool readTeamListText(std::string text, std::vector<TeamEntry>& teams, std::stri
         return false;
     }
     TeamEntry entry;
+    int worms = 0;
     for (int i = 0; i < count; ++i) {
         in.read(entry.name);
         in.read(entry.wormCount);
@@ -71,7 +73,12 @@ bool readTeamListText(std::string text, std::vector<TeamEntry>& teams, std::stri
             fault = "team " + entry.name + " has " + moreThan(mostWorms, "worms");
             return false;
         }
+        worms += std::max(entry.wormCount, 0);
         teams.push_back(entry);
+    }
+    if (worms > mostWormsInAll) {
+        fault = "the teams have " + moreThan(mostWormsInAll, "worms");
+        return false;
     }
     return true;
 }

@@ -15,6 +15,8 @@ inline constexpr int mostSolids = 1000;
 inline constexpr int mostTeams = 100;
 inline constexpr int mostWorms = 100;
 inline constexpr int mostRepeatedNames = 1000;
+/// Worms of all teams together: every worm that is dropped lets all those before it take a step past each other.
+inline constexpr int mostWormsInAll = 200;
 
 /// One solid of a level file: its name and how it is placed.
 struct SolidEntry {

@@ -17,7 +17,7 @@ class csgMesh;
 
 inline constexpr double csgLargestCoordinate = largestCoordinate;
 /// Faces of a file. Faces that share corners are told apart one by one, in quadratic time.
-inline constexpr std::size_t csgMostFaces = 50'000;
+inline constexpr std::size_t csgMostFaces = 20'000;
 
 enum class csgReadResult {
     ok,
