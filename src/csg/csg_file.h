@@ -15,9 +15,11 @@
 
 class csgMesh;
 
+/// World units.
 inline constexpr double csgLargestCoordinate = largestCoordinate;
-/// Faces of a file. Faces that share corners are told apart one by one, in quadratic time.
-inline constexpr std::size_t csgMostFaces = 20'000;
+/// Faces of a file: several times what a whole level has. Faces that share a corner take time with the square of their
+/// number.
+inline constexpr std::size_t csgMostFaces = 50'000;
 
 enum class csgReadResult {
     ok,

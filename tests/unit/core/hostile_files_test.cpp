@@ -140,13 +140,13 @@ TEST_F(HostileFiles, Solids) {
                        csgObject solid;
                        return solid.load("./csg/s") && drawsFinite(solid);
                    });
-    std::string many = "1 3 0 0 0 0 0 1 0 0 0 0 0 1 0 0 0 20001";
-    for (int i = 0; i < 20001; ++i)
+    std::string many = "1 3 0 0 0 0 0 1 0 0 0 0 0 1 0 0 0 50001";
+    for (int i = 0; i < 50001; ++i)
         many += " 0 1 2";
     data.write("csg/s.csg", many + " rock");
     csgObject solid;
     EXPECT_FALSE(solid.load("./csg/s"));
-    EXPECT_NE(logged.find("more than 20000 faces"), std::string::npos) << logged;
+    EXPECT_NE(logged.find("more than 50000 faces"), std::string::npos) << logged;
 }
 
 TEST_F(HostileFiles, StaticMeshes) {
