@@ -14,6 +14,8 @@ run_packages=(libgl1-mesa-dri)
 virtual_display_packages=(xvfb xdotool imagemagick)
 # What the tools, tests and benchmarks are built with.
 test_packages=(libcli11-dev libgtest-dev libbenchmark-dev assimp-utils imagemagick sox)
+# What fuzzing is done with.
+fuzz_packages=(clang-14 libclang-rt-14-dev)
 
 is_installed() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

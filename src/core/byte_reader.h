@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/data_limits.h"
 #include "render/vector3.h"
 
 #include <bit>
@@ -8,9 +9,10 @@
 #include <cstring>
 #include <span>
 #include <string>
+#include <vector>
 
 /// Reads little-endian items from bytes in memory. A read past the end yields zeros and `hasFailed` from then on, and
-/// so does a float that is infinite or not a number.
+/// so does a float that is not a number or beyond `largestCoordinate`.
 class ByteReader {
 public:
     explicit ByteReader(std::span<const std::uint8_t> source) : bytes(source) {}
@@ -26,7 +28,7 @@ public:
     }
     float readFloat() {
         const float value = std::bit_cast<float>(read<std::uint32_t>());
-        if (std::isfinite(value))
+        if (isCoordinate(static_cast<double>(value)))
             return value;
         failed = true;
         return 0.0f;
@@ -43,6 +45,13 @@ public:
             return {};
         const char* const first = reinterpret_cast<const char*>(bytes.data()) + position - fieldSize;
         return std::string(first, strnlen(first, fieldSize));
+    }
+    /// A run of bytes; empty when they are not all there.
+    std::vector<std::uint8_t> readBytes(std::size_t count) {
+        if (!claim(count))
+            return {};
+        const std::span<const std::uint8_t> run = bytes.subspan(position - count, count);
+        return {run.begin(), run.end()};
     }
     void skip(std::size_t count) { claim(count); }
     /// Whether this many items of a size in bytes are left: ask before making room for them.

@@ -1,5 +1,7 @@
 #include "core/file_access.h"
 
+#include "core/data_limits.h"
+
 #include <filesystem>
 #include <system_error>
 
@@ -10,7 +12,10 @@ bool readInto(const std::string& path, Buffer& buffer) {
     const FileHandle file = openFile(path, "rb");
     if (file == nullptr)
         return false;
-    buffer.resize(static_cast<std::size_t>(bytesLeft(file.get())));
+    const std::uint64_t size = bytesLeft(file.get());
+    if (size > largestFile)
+        return false;
+    buffer.resize(static_cast<std::size_t>(size));
     return std::fread(buffer.data(), 1, buffer.size(), file.get()) == buffer.size();
 }
 
@@ -18,7 +23,8 @@ bool readInto(const std::string& path, Buffer& buffer) {
 
 FileHandle openFile(const std::string& path, const char* mode) {
     std::error_code error;
-    if (std::filesystem::is_directory(path, error))
+    // A path ends at its first zero byte for fopen: what would be opened is not what was asked for.
+    if (path.find('\0') != std::string::npos || !std::filesystem::is_regular_file(path, error))
         return nullptr;
     return FileHandle(std::fopen(path.c_str(), mode));
 }

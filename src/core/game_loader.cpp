@@ -1,51 +1,53 @@
 #include "core/game_loader.h"
 
 #include "core/data_error.h"
+#include "core/data_limits.h"
 #include "core/file_access.h"
+#include "core/level_files.h"
 #include "core/log.h"
 #include "core/module_manager.h"
 #include "core/scene_node.h"
 #include "core/team.h"
 #include "core/team_manager.h"
-#include "core/text_reader.h"
 #include "csg/csg_object.h"
 #include "render/milkshape_model.h"
 #include "render/water_node.h"
 
+#include <algorithm>
 #include <memory>
+#include <set>
+#include <utility>
 
 namespace {
 
 constexpr const char* teamListFile = "teams/teams.tm";
 constexpr const char* levelListFile = "level/levels.lev";
 
-/// One solid of a level file: its name and how it is placed.
-struct SolidEntry {
-    std::string name;
-    double scale[3] = {1.0, 1.0, 1.0};
-    double rotation[3] = {0.0, 0.0, 0.0};
-    double translation[3] = {0.0, 0.0, 0.0};
+bool isInReach(const csgObject& solid) {
+    return std::all_of(solid.getVertices().begin(), solid.getVertices().end(), [](const auto& vertex) {
+        const csgVector& p = vertex->position;
+        return isCoordinate(p.x) && isCoordinate(p.y) && isCoordinate(p.z);
+    });
+}
 
-    void read(TextReader& in) {
-        in.read(name);
-        for (double* const triple : {scale, rotation, translation})
-            for (int axis = 0; axis < 3; ++axis)
-                in.read(triple[axis]);
-    }
-};
+bool isPlaceable(const SolidEntry& entry) {
+    const auto areCoordinates = [](const double(&triple)[3]) {
+        return isCoordinate(triple[0]) && isCoordinate(triple[1]) && isCoordinate(triple[2]);
+    };
+    return areCoordinates(entry.scale) && areCoordinates(entry.rotation) && areCoordinates(entry.translation);
+}
 
-void addSolid(SceneNode& root, const SolidEntry& entry) {
-    auto solid = std::make_unique<csgObject>();
-    if (!solid->load("./csg/" + entry.name))
-        return;
-    csgObject* const placed = solid.release();
-    root.addChild(placed);
-    placed->scale(entry.scale[0], entry.scale[1], entry.scale[2]);
-    placed->rotateX(entry.rotation[0]);
-    placed->rotateY(entry.rotation[1]);
-    placed->rotateZ(entry.rotation[2]);
-    placed->translate(entry.translation[0], entry.translation[1], entry.translation[2]);
-    placed->rebuildArrays();
+/// Where a level puts its solid; false when that is out of reach.
+bool place(csgObject& solid, const SolidEntry& entry) {
+    solid.scale(entry.scale[0], entry.scale[1], entry.scale[2]);
+    solid.rotateX(entry.rotation[0]);
+    solid.rotateY(entry.rotation[1]);
+    solid.rotateZ(entry.rotation[2]);
+    solid.translate(entry.translation[0], entry.translation[1], entry.translation[2]);
+    if (isInReach(solid))
+        return true;
+    logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
+    return false;
 }
 
 /// The box around the landscape of a scene.
@@ -56,16 +58,6 @@ BoundingBox landscapeBox(SceneNode& root) {
             box.merge(child->getLocalBounds());
     });
     return box;
-}
-
-/// Reads `count` names; a name that is missing repeats the last one read, up to a limit.
-void readNames(TextReader& in, int count, std::vector<std::string>& names) {
-    std::string name;
-    for (int i = 0; i < count; ++i) {
-        if (!in.read(name) && i >= GameLoader::mostRepeatedNames)
-            return;
-        names.push_back(name);
-    }
 }
 
 } // namespace
@@ -88,7 +80,7 @@ SceneNode* GameLoader::loadLevel(const std::string& levelName) {
         reportDataError(levelFile, "the level file cannot be opened");
         return nullptr;
     }
-    if (!addLandscape(*root, levelFile, levelText))
+    if (!addLandscape(*root, levelFile, std::move(levelText)))
         return nullptr;
 
     SceneNode* const scene = root.release();
@@ -119,25 +111,33 @@ void GameLoader::addSky(SceneNode& root) {
     root.addChild(sky);
 }
 
-bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, const std::string& text) {
-    TextReader in(text);
-    int count = 0;
-    if (!in.read(count) || count < 0) {
-        reportDataError(levelFile, "the number of solids cannot be read");
+bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std::string text) {
+    std::vector<SolidEntry> entries;
+    std::string fault;
+    if (!readLevelText(std::move(text), entries, fault)) {
+        reportDataError(levelFile, fault);
         return false;
     }
-    if (count > mostSolids) {
-        reportDataError(levelFile, "more than " + std::to_string(mostSolids) + " solids");
-        return false;
-    }
-    SolidEntry entry;
-    for (int i = 0; i < count; ++i) {
-        SolidEntry next = entry;
-        next.read(in);
-        // Of an entry that breaks off nothing counts: the last complete one stands in for it.
-        if (!in.hasFailed())
-            entry = next;
-        addSolid(root, entry);
+    std::size_t faces = 0;
+    std::set<std::string> unfit;
+    for (const SolidEntry& entry : entries) {
+        if (!isPlaceable(entry) || unfit.contains(entry.name))
+            continue;
+        auto solid = std::make_unique<csgObject>();
+        if (!solid->load("./csg/" + entry.name)) {
+            unfit.insert(entry.name);
+            continue;
+        }
+        faces += solid->countFaces();
+        if (faces > mostFaces) {
+            reportDataError(levelFile, "more than " + std::to_string(mostFaces) + " faces");
+            return false;
+        }
+        if (!place(*solid, entry))
+            continue;
+        csgObject* const placed = solid.release();
+        root.addChild(placed);
+        placed->rebuildArrays();
     }
     return true;
 }
@@ -148,45 +148,31 @@ bool GameLoader::addTeams(const BoundingBox& levelBox) {
         reportDataError(teamListFile, "the team list cannot be opened");
         return false;
     }
-    TextReader list(std::move(text));
-    int count = 0;
-    if (!list.read(count) || count <= 0 || count > mostTeams) {
-        reportDataError(teamListFile, count > mostTeams ? "more than " + std::to_string(mostTeams) + " teams"
-                                                        : std::string("the team list names no team"));
+    std::vector<TeamEntry> entries;
+    std::string fault;
+    if (!readTeamListText(std::move(text), entries, fault)) {
+        reportDataError(teamListFile, fault);
         return false;
     }
-    std::string teamName;
-    int wormCount = 0;
-    for (int i = 0; i < count; ++i)
-        if (!addTeam(list, teamName, wormCount, levelBox))
-            return false;
-    return true;
+    return std::all_of(entries.begin(), entries.end(),
+                       [&](const TeamEntry& entry) { return addTeam(entry, levelBox); });
 }
 
-bool GameLoader::addTeam(TextReader& list, std::string& teamName, int& wormCount, const BoundingBox& levelBox) {
-    list.read(teamName);
-    list.read(wormCount);
-    if (teamName.empty()) {
-        reportDataError(teamListFile, "the name of a team is missing");
-        return false;
-    }
-    if (wormCount > mostWorms) {
-        reportDataError(teamListFile, "team " + teamName + " has more than " + std::to_string(mostWorms) + " worms");
-        return false;
-    }
-    if (wormCount <= 0)
+bool GameLoader::addTeam(const TeamEntry& entry, const BoundingBox& levelBox) {
+    if (entry.wormCount <= 0)
         return true;
     std::vector<std::string> wormNames;
     float r = 1.0f;
     float g = 1.0f;
     float b = 1.0f;
-    readTeamFile(teamName, wormNames, r, g, b);
+    readTeamFile(entry.name, wormNames, r, g, b);
     if (wormNames.empty()) {
-        reportDataError("teams/" + teamName + ".tm",
-                        "no names for the " + std::to_string(wormCount) + " worms of the team");
+        reportDataError("teams/" + entry.name + ".tm",
+                        "no names for the " + std::to_string(entry.wormCount) + " worms of the team");
         return false;
     }
-    auto team = std::make_unique<Team>(teamName, &levelBox, r, g, b, wormNames, static_cast<unsigned>(wormCount));
+    auto team =
+        std::make_unique<Team>(entry.name, &levelBox, r, g, b, wormNames, static_cast<unsigned>(entry.wormCount));
     if (team->getCurrentWorm() != nullptr)
         theModuleManager->getTeamManager()->addTeam(team.release());
     return true;
@@ -195,15 +181,8 @@ bool GameLoader::addTeam(TextReader& list, std::string& teamName, int& wormCount
 void GameLoader::readTeamFile(const std::string& teamName, std::vector<std::string>& wormNames, float& r, float& g,
                               float& b) {
     std::string text;
-    if (!readWholeFile("teams/" + teamName + ".tm", text))
-        return;
-    TextReader in(std::move(text));
-    int count = 0;
-    in.read(count);
-    readNames(in, count, wormNames);
-    in.read(r);
-    in.read(g);
-    in.read(b);
+    if (readWholeFile("teams/" + teamName + ".tm", text))
+        readTeamText(std::move(text), wormNames, r, g, b);
 }
 
 void endRound() {
@@ -215,10 +194,6 @@ void endRound() {
 
 void readLevelList(std::vector<std::string>& names) {
     std::string text;
-    if (!readWholeFile(levelListFile, text))
-        return;
-    TextReader in(std::move(text));
-    int count = 0;
-    in.read(count);
-    readNames(in, count, names);
+    if (readWholeFile(levelListFile, text))
+        readLevelListText(std::move(text), names);
 }

@@ -3,28 +3,24 @@
 // Turns a level name into a ready scene: sky, landscape, worms dropped onto it, water; teams and the first turn.
 //
 // What cannot be played ends in one message box that names the file and the fault, and in null: a level file or team
-// list that cannot be opened or whose count cannot be read, counts beyond the limits below, a team list without teams,
-// a team with worms but without names for them, a level on which no worm found ground. What was registered by then is
-// unregistered and destroyed. A solid, sky, texture or model that cannot be loaded is skipped. A team without a single
-// worm takes no part. A team file without a readable colour gives white.
-//
-// Items are read into variables that are reused from entry to entry and a failed read leaves them unchanged, so a level
-// whose count exceeds its entries repeats the last complete one.
+// list that cannot be opened or is refused (core/level_files.h), more than `mostFaces` in the landscape, a team with
+// worms but without names for them, a level on which no worm found ground. What was registered by then is unregistered
+// and destroyed. A solid, sky, texture or model that cannot be loaded is skipped, and so is a solid with a number or,
+// once placed, a corner beyond `largestCoordinate`. A team without a single worm takes no part. A team file without a
+// readable colour gives white.
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 class BoundingBox;
 class SceneNode;
-class TextReader;
+struct TeamEntry;
 
 class GameLoader {
 public:
-    /// More solids, teams or worms a team than this are refused; more names than this are not made up by repetition.
-    static constexpr int mostSolids = 1000;
-    static constexpr int mostTeams = 100;
-    static constexpr int mostWorms = 100;
-    static constexpr int mostRepeatedNames = 1000;
+    /// Faces of a landscape. An entry that names a large solid a thousand times takes a few bytes.
+    static constexpr std::size_t mostFaces = 100'000;
 
     GameLoader();
     ~GameLoader();
@@ -39,9 +35,9 @@ public:
 
 private:
     static void addSky(SceneNode& root);
-    bool addLandscape(SceneNode& root, const std::string& levelFile, const std::string& text);
+    bool addLandscape(SceneNode& root, const std::string& levelFile, std::string text);
     bool addTeams(const BoundingBox& levelBox);
-    bool addTeam(TextReader& list, std::string& teamName, int& wormCount, const BoundingBox& levelBox);
+    bool addTeam(const TeamEntry& entry, const BoundingBox& levelBox);
 };
 
 /// Ends the round under way: destroys the registered scene, then the teams, and empties both slots. The scene goes

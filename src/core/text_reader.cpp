@@ -1,5 +1,7 @@
 #include "core/text_reader.h"
 
+#include "core/data_limits.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -60,6 +62,10 @@ bool TextReader::read(std::string& value) {
         return false;
     }
     const std::size_t end = std::min(text.find_first_of(whiteSpace, position), text.size());
+    if (end - position > longestName) {
+        failed = true;
+        return false;
+    }
     value = text.substr(position, end - position);
     position = end;
     return true;

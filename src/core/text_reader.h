@@ -5,7 +5,7 @@
 // Every read keeps the promise that the file formats rest on: a read that fails leaves its variable as it was. The
 // streams of the standard library do not: they store 0 or the nearest limit. As with a stream, once a read has failed
 // every later one fails too. Numbers are decimal; a number that is followed at once by other characters is read up to
-// them, the rest being the next item; infinities, NaN and values out of range fail.
+// them, the rest being the next item; infinities, NaN, values out of range and words longer than `longestName` fail.
 
 #include <string>
 #include <string_view>

@@ -23,7 +23,8 @@ void setMaterial() {
 }
 
 void setClientStates(bool enabled) {
-    for (const GLenum state : {GL_VERTEX_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_NORMAL_ARRAY}) {
+    constexpr std::array<GLenum, 3> arrays{GL_VERTEX_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_NORMAL_ARRAY};
+    for (const GLenum state : arrays) {
         if (enabled)
             glEnableClientState(state);
         else

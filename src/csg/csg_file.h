@@ -4,9 +4,10 @@
 // (x y z u v), its triangles (three indices into them) and one texture name.
 //
 // Counts are not trusted: nothing is allocated for them, records are read one by one. A missing item, one that is no
-// number, a number beyond csgLargestCoordinate and an index without a record each reject the whole file. Counts of zero
-// or less mean no records. What follows the last part is ignored.
+// number, a number beyond csgLargestCoordinate, an index without a record and more than csgMostFaces faces each reject
+// the whole file. Counts of zero or less mean no records. What follows the last part is ignored.
 
+#include "core/data_limits.h"
 #include "csg/csg_mesh_data.h"
 
 #include <string>
@@ -14,8 +15,11 @@
 
 class csgMesh;
 
-/// Beyond this the squares of squares that areas are made of leave the range of doubles.
-inline constexpr double csgLargestCoordinate = 1e30;
+/// World units.
+inline constexpr double csgLargestCoordinate = largestCoordinate;
+/// Faces of a file: several times what a whole level has. Faces that share a corner take time with the square of their
+/// number.
+inline constexpr std::size_t csgMostFaces = 50'000;
 
 enum class csgReadResult {
     ok,

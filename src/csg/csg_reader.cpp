@@ -3,7 +3,6 @@
 #include "core/file_access.h"
 #include "core/text_reader.h"
 
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -20,7 +19,7 @@ public:
     bool readReal(const char* what, double& value) {
         if (!read(what, value))
             return false;
-        return std::fabs(value) <= csgLargestCoordinate || refuse(std::string(what) + " is too large");
+        return isCoordinate(value) || refuse(std::string(what) + " is too large");
     }
     bool refuse(const std::string& what) {
         fault = "line " + std::to_string(reader.line()) + ", " + place + what;
@@ -52,7 +51,7 @@ bool readCorners(Items& items, csgMeshData::Part& part, const std::string& where
     return true;
 }
 
-bool readTriangles(Items& items, csgMeshData::Part& part, const std::string& where) {
+bool readTriangles(Items& items, csgMeshData::Part& part, const std::string& where, std::size_t& total) {
     int count = 0;
     items.setPlace(where);
     if (!items.read("face count", count))
@@ -69,6 +68,8 @@ bool readTriangles(Items& items, csgMeshData::Part& part, const std::string& whe
                                     " vertices");
             corner = static_cast<std::size_t>(index);
         }
+        if (++total > csgMostFaces)
+            return items.refuse("more than " + std::to_string(csgMostFaces) + " faces");
         part.triangles.push_back(triangle);
     }
     return true;
@@ -82,10 +83,11 @@ csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::strin
     int count = 0;
     if (!items.read("part count", count))
         return csgReadResult::malformed;
+    std::size_t faces = 0;
     for (int i = 0; i < count; ++i) {
         const std::string where = "part " + std::to_string(i) + ": ";
         csgMeshData::Part part;
-        if (!readCorners(items, part, where) || !readTriangles(items, part, where))
+        if (!readCorners(items, part, where) || !readTriangles(items, part, where, faces))
             return csgReadResult::malformed;
         items.setPlace(where);
         if (!items.read("texture name", part.texture))

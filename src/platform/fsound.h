@@ -15,7 +15,7 @@ inline constexpr unsigned int FSOUND_LOOP_NORMAL = 0x2;
 signed char FSOUND_Init(int mixRate, int maxSoftwareChannels, unsigned int flags);
 /// Stops the mixer.
 void FSOUND_Close();
-/// Opens a WAV file; null when it is missing or unreadable. The caller closes the stream.
+/// Opens a WAV file; null when it is missing, unreadable or no sound (sdl/wave_file.h). The caller closes the stream.
 FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int offset, int length);
 signed char FSOUND_Stream_Close(FSOUND_STREAM* stream);
 /// Plays the stream from its beginning on a channel; the channel's number, or -1.

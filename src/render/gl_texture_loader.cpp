@@ -1,5 +1,6 @@
 #include "render/gl_texture_loader.h"
 
+#include "core/byte_reader.h"
 #include "core/file_access.h"
 #include "core/log.h"
 #include "core/module_manager.h"
@@ -43,17 +44,20 @@ Texture* GLTextureLoader::load(const std::string& name) {
 }
 
 bool GLTextureLoader::readImage(const std::string& filePath, Image& image) {
-    const FileHandle file = openFile(filePath, "rb");
-    if (file == nullptr) {
+    std::vector<std::uint8_t> bytes;
+    if (!readWholeFile(filePath, bytes)) {
         logLine(" GLTextureLoader: Could not open texture file '%s' \n", filePath.c_str());
         return false;
     }
-    return readHeader(file.get(), filePath, image) && readPixels(file.get(), image);
+    ByteReader in(bytes);
+    return readHeader(in, filePath, image) && readPixels(in, image);
 }
 
-bool GLTextureLoader::readHeader(std::FILE* file, const std::string& filePath, Image& image) {
+bool GLTextureLoader::readHeader(ByteReader& in, const std::string& filePath, Image& image) {
     std::array<std::uint8_t, 12> fixedHeader{};
-    if (std::fread(fixedHeader.data(), 1, fixedHeader.size(), file) != fixedHeader.size()) {
+    for (std::uint8_t& byte : fixedHeader)
+        byte = in.read<std::uint8_t>();
+    if (in.hasFailed()) {
         logLine(" GLTextureLoader: Could read texture file '%s' \n", filePath.c_str());
         return false;
     }
@@ -61,14 +65,14 @@ bool GLTextureLoader::readHeader(std::FILE* file, const std::string& filePath, I
         logLine(" GLTextureLoader: unknown file type of '%s' \n", filePath.c_str());
         return false;
     }
-    std::array<std::uint8_t, 6> sizes{};
-    if (std::fread(sizes.data(), 1, sizes.size(), file) != sizes.size()) {
+    image.width = in.read<std::uint16_t>();
+    image.height = in.read<std::uint16_t>();
+    const int bpp = in.read<std::uint8_t>();
+    in.skip(1); // image descriptor
+    if (in.hasFailed()) {
         logLine(" GLTextureLoader: not able to read Header '%s' \n", filePath.c_str());
         return false;
     }
-    image.width = sizes[1] * 256 + sizes[0];
-    image.height = sizes[3] * 256 + sizes[2];
-    const int bpp = sizes[4];
     image.bytesPerPixel = bpp / 8;
     if (image.width == 0 || image.height == 0 || (bpp != 24 && bpp != 32)) {
         logLine("GLTextureLoader : Invalid texture information \n");
@@ -77,23 +81,14 @@ bool GLTextureLoader::readHeader(std::FILE* file, const std::string& filePath, I
     return true;
 }
 
-bool GLTextureLoader::readPixels(std::FILE* file, Image& image) {
-    // 64-bit: the product of two 16-bit sizes and 4 bytes does not fit in 32 bits.
-    const std::uint64_t imageSize = static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(image.height) *
-                                    static_cast<std::uint64_t>(image.bytesPerPixel);
-    if (imageSize > bytesLeft(file)) {
+bool GLTextureLoader::readPixels(ByteReader& in, Image& image) {
+    const auto pixelCount = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
+    const auto bytesPerPixel = static_cast<std::size_t>(image.bytesPerPixel);
+    if (!in.holds(pixelCount, bytesPerPixel)) {
         logLine("GLTextureLoader : Could not read Texturedata \n");
         return false;
     }
-    if (imageSize > image.pixels.max_size()) {
-        logLine("GLTextureLoader : Could not Alloc Memory for Texture \n");
-        return false;
-    }
-    image.pixels.resize(static_cast<std::size_t>(imageSize));
-    if (std::fread(image.pixels.data(), 1, image.pixels.size(), file) != image.pixels.size()) {
-        logLine("GLTextureLoader : Could not read Texturedata \n");
-        return false;
-    }
+    image.pixels = in.readBytes(pixelCount * bytesPerPixel);
     return true;
 }
 

@@ -3,11 +3,13 @@
 // The scene node of every animated or rigid model: reads a MilkShape 3D file (versions 3 and 4, little-endian) and the
 // list of clips beside it, plays the current clip by skeletal animation and draws the skinned triangles at once.
 //
-// A file that is not whole (cut short, indices out of range, numbers that are not finite) is refused as a whole: `load`
-// is false and the node draws nothing. A clip list is taken up to its first unreadable item. A joint without keys of
-// one kind keeps its bind pose in that respect; one without any keys stands in its bind pose in model space, wherever
-// its parent has moved. A clip whose `next` names no clip, and a ring of clips without duration, end the animation: the
-// model returns to its bind pose. A model whose frames per second are not positive has clips of no duration.
+// A file that is not whole (cut short, indices out of range, numbers that are not finite or beyond largestCoordinate)
+// is refused as a whole: `load` is false and the node draws nothing. A parent that no earlier joint has, the joint's
+// own name among them, is none. A shininess outside 0 to 128 is taken as the nearest of them. A clip list is taken up
+// to its first unreadable item. A joint without keys of one kind keeps its bind pose in that respect; one without any
+// keys stands in its bind pose in model space, wherever its parent has moved. A clip whose `next` names no clip, and a
+// ring of clips without duration, end the animation: the model returns to its bind pose. Clips have no duration where
+// the frames per second are not positive or so few that times are not finite.
 
 #include "core/scene_node.h"
 #include "render/model_records.h"

@@ -2,6 +2,7 @@
 
 #include "core/byte_reader.h"
 #include "core/file_access.h"
+#include "core/log.h"
 #include "core/module_manager.h"
 #include "core/text_reader.h"
 #include "core/timer.h"
@@ -23,6 +24,8 @@ constexpr std::size_t keyframeSize = 16;
 constexpr std::size_t extensionLength = 4;
 /// By how much the local box is wider than the bind pose on every side, so that it holds the animated model too.
 constexpr float boundsMargin = 3.0f;
+/// GL refuses more.
+constexpr float largestShininess = 128.0f;
 /// Below this determinant a rotation counts as not invertible.
 constexpr float smallestDeterminant = 0.0005f;
 
@@ -108,7 +111,10 @@ bool MilkShapeModel::readFile(const std::string& path) {
     readMaterials(in);
     readAnimation(in);
     readJoints(in);
-    return !in.hasFailed() && hasValidIndices();
+    if (!in.hasFailed() && hasValidIndices())
+        return true;
+    logLine(" MilkShapeModel: '%s' is not whole \n", path.c_str());
+    return false;
 }
 
 bool MilkShapeModel::readHeader(ByteReader& in) const {
@@ -178,7 +184,7 @@ void MilkShapeModel::readMaterials(ByteReader& in) {
         material.diffuse = readColour(in);
         material.specular = readColour(in);
         material.emissive = readColour(in);
-        material.shininess = in.readFloat();
+        material.shininess = std::clamp(in.readFloat(), 0.0f, largestShininess);
         in.skip(4 + 1); // transparency, mode
         material.textureFile = in.readText(128);
         in.skip(128); // alpha map
@@ -214,12 +220,13 @@ void MilkShapeModel::readJoints(ByteReader& in) {
 }
 
 void MilkShapeModel::linkJoints() {
+    // Looked up only among the joints before: a joint cannot be its own parent, nor can there be a ring.
+    std::map<std::string, std::int32_t> firstOfName;
     for (std::size_t i = 0; i < joints.size(); ++i) {
-        if (joints[i].parentName.empty())
-            continue;
-        for (std::size_t earlier = 0; earlier < i && joints[i].parent < 0; ++earlier)
-            if (joints[earlier].name == joints[i].parentName)
-                joints[i].parent = static_cast<std::int32_t>(earlier);
+        const auto found = firstOfName.find(joints[i].parentName);
+        if (!joints[i].parentName.empty() && found != firstOfName.end())
+            joints[i].parent = found->second;
+        firstOfName.try_emplace(joints[i].name, static_cast<std::int32_t>(i));
     }
 }
 
@@ -277,7 +284,8 @@ void MilkShapeModel::readClips(const std::string& path) {
         return;
     TextReader in(std::move(text));
     const auto seconds = [this](std::int32_t frame) {
-        return animationFps > 0.0f ? static_cast<float>(frame) / animationFps : 0.0f;
+        const float time = animationFps > 0.0f ? static_cast<float>(frame) / animationFps : 0.0f;
+        return std::isfinite(time) ? time : 0.0f;
     };
     int count = 0;
     in.read(count);

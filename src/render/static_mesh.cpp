@@ -1,5 +1,6 @@
 #include "render/static_mesh.h"
 
+#include "core/data_limits.h"
 #include "core/file_access.h"
 #include "core/log.h"
 #include "core/module_manager.h"
@@ -27,6 +28,10 @@ bool readVertices(TextReader& in, std::vector<MeshVertex>& vertices) {
         if (!in.read(vertex.position.x) || !in.read(vertex.position.y) || !in.read(vertex.position.z) ||
             !in.read(vertex.texCoord.x) || !in.read(vertex.texCoord.y))
             return false;
+        for (const float number :
+             {vertex.position.x, vertex.position.y, vertex.position.z, vertex.texCoord.x, vertex.texCoord.y})
+            if (!isCoordinate(static_cast<double>(number)))
+                return false;
         vertices.push_back(vertex);
     }
     return true;

@@ -3,13 +3,16 @@
 #include "platform/fsound.h"
 
 #include "platform/sdl/quiet_stderr.h"
+#include "platform/sdl/wave_file.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <map>
+#include <vector>
 
 struct FSOUND_STREAM {
     Mix_Chunk* chunk = nullptr; ///< null without a sound device
@@ -21,6 +24,8 @@ namespace {
 
 /// Samples per block handed to the device: 23 ms at 44100 Hz, short enough to seem immediate.
 constexpr int blockSize = 1024;
+/// Bytes; ten minutes at 48000 Hz fit. Converted it stays below the 2 GB that the mixer can count.
+constexpr std::uintmax_t largestFile = std::uintmax_t{128} << 20;
 
 bool mixerOpen = false;
 /// Which stream a channel was given last; a stream that is stopped must not silence its successor.
@@ -44,19 +49,34 @@ bool openMixer(int mixRate) {
     return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 && Mix_OpenAudio(mixRate, AUDIO_S16SYS, 2, blockSize) == 0;
 }
 
-/// The decoded file, or null. The file is closed here: the mixer forgets to where it recognises no sound in it.
-Mix_Chunk* decode(const char* fileName) {
-    SDL_RWops* file = SDL_RWFromFile(fileName, "rb");
-    if (file == nullptr)
-        return nullptr;
-    Mix_Chunk* chunk = Mix_LoadWAV_RW(file, 0);
-    SDL_RWclose(file);
-    return chunk;
-}
-
 bool isFile(const char* fileName) {
     std::error_code error;
     return std::filesystem::is_regular_file(fileName, error);
+}
+
+/// The bytes of a file; empty when it cannot be read or is too large.
+std::vector<std::uint8_t> contentsOf(const char* fileName) {
+    if (!isFile(fileName))
+        return {};
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(fileName, error);
+    if (error || size > largestFile)
+        return {};
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
+    std::ifstream file(fileName, std::ios::binary);
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+/// The decoded file, or null. What the mixer gets to read is our own writing.
+Mix_Chunk* decode(const char* fileName) {
+    const std::vector<std::uint8_t> bytes = contentsOf(fileName);
+    const std::optional<WaveFile> wave = readWave(bytes);
+    if (!wave)
+        return nullptr;
+    const std::vector<std::uint8_t> plain = plainWaveBytes(*wave);
+    return Mix_LoadWAV_RW(SDL_RWFromConstMem(plain.data(), static_cast<int>(plain.size())), 1);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // constant sample value, so the file tells what played when.
 
 #include "platform/fsound.h"
+#include "platform/sdl/wave_file.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -163,6 +166,35 @@ TEST_F(SdlSound, WhatIsNoSoundDoesNotOpen) {
     EXPECT_EQ(open("text.wav"), nullptr);
     std::filesystem::resize_file(folder / "low.wav", 30);
     EXPECT_EQ(open("low.wav"), nullptr) << "cut off in its header";
+    FSOUND_Close();
+}
+
+TEST_F(SdlSound, HostileFilesAreNoSoundOrAnHonestOne) {
+    const std::filesystem::path hostile = std::filesystem::path(BRACKENMOOR_TEST_DATA_DIR) / "hostile/wav";
+    const std::set<std::string> usable = {"cut-short.wav", "second-format-after-the-first.wav"};
+    std::size_t opened = 0;
+    for (const auto& file : std::filesystem::directory_iterator(hostile)) {
+        FSOUND_STREAM* stream = FSOUND_Stream_Open(file.path().c_str(), 0x2000, 0, 0);
+        EXPECT_EQ(stream != nullptr, usable.contains(file.path().filename().string())) << file.path();
+        opened += stream != nullptr ? 1 : 0;
+        FSOUND_Stream_Play(1, stream);
+        FSOUND_Stream_Close(stream);
+    }
+    EXPECT_EQ(opened, usable.size());
+    FSOUND_Close();
+}
+
+TEST_F(SdlSound, AFileCutShortAnywhereHasNoMoreThanItsWholeSamples) {
+    std::ifstream file(folder / "low.wav", std::ios::binary);
+    std::vector<std::uint8_t> bytes(std::istreambuf_iterator<char>(file), {});
+    bytes.resize(60);
+    for (std::size_t length = 0; length <= bytes.size(); ++length) {
+        const auto wave = readWave(std::span(bytes).first(length));
+        ASSERT_EQ(wave.has_value(), length >= 48) << length;
+        if (wave) {
+            EXPECT_EQ(wave->samples.size(), (length - 44) / 4 * 4);
+        }
+    }
     FSOUND_Close();
 }
 

@@ -1,6 +1,7 @@
 // No file, however scrambled, crashes a loader or leaves half an object behind.
 
 #include "core/game_loader.h"
+#include "core/level_files.h"
 #include "csg/csg_object.h"
 #include "platform/headless/headless.h"
 #include "render/milkshape_model.h"
@@ -154,7 +155,7 @@ TEST_F(ScrambledFiles, LevelsAndTeams) {
     survivors("level/levels.lev", "2 flat hilly", [&] {
         names.clear();
         readLevelList(names);
-        return names.size() <= GameLoader::mostRepeatedNames + 2u;
+        return names.size() <= mostRepeatedNames + 2u;
     });
 }
 

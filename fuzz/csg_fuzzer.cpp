@@ -1,0 +1,57 @@
+#include "core/data_limits.h"
+#include "csg/csg_file.h"
+#include "csg/csg_object.h"
+#include "platform/headless/headless.h"
+#include "render/renderer.h"
+#include "support/bench.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr const char* tetrahedron =
+    "1 4 -1 -1 -1 0 0 2 -1 -1 1 0 -1 2 -1 0 1 -1 -1 2 1 1 4 0 2 1 0 1 3 1 2 3 0 3 2 tool";
+/// A larger solid is not cut, for speed.
+constexpr std::size_t mostCut = 24;
+
+void requireReadBack(const csgObject& solid) {
+    csgMeshData again;
+    std::string fault;
+    require(readCsgText(writeCsgText(solid, solid.getTextureNames()), again, fault) == csgReadResult::ok,
+            "what was read can be written and read");
+    csgMesh copy;
+    copy.build(again);
+    require(copy.countFaces() == solid.countFaces(), "with every face");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const Bench bench;
+    memory_files::put("./csg/solid.csg", data, size);
+    memory_files::put("./csg/tool.csg", tetrahedron);
+    csgObject solid;
+    if (!solid.load("./csg/solid")) {
+        require(Bench::logLines() > 1, "the log says why");
+        require(solid.getVertices().empty() && solid.getParts().empty(), "nothing is left of it");
+        return 0;
+    }
+    require(solid.getTextures().size() == solid.getParts().size(), "a texture for each part");
+    for (const auto& vertex : solid.getVertices())
+        require(isCoordinate(vertex->position.x) && isCoordinate(vertex->position.y) &&
+                    isCoordinate(vertex->position.z),
+                "every corner is in reach");
+    requireReadBack(solid);
+    for (const int mode : {renderImmediate, renderVertexArray, renderVertexBuffer}) {
+        theModuleManager->getRenderer()->renderMode = mode;
+        solid.rebuildArrays();
+        Bench::drawn([&solid] { solid.draw(); });
+    }
+    if (solid.countFaces() <= mostCut) {
+        csgObject tool;
+        tool.load("./csg/tool");
+        solid.subtract(tool);
+        Bench::drawn([&solid] { solid.draw(); });
+    }
+    return 0;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+// What the text files of levels and teams say, read from text in memory.
+//
+// Counts are limits to stop at, never sizes to make room for. Items are read into variables that are reused from entry
+// to entry and a failed read leaves them unchanged, so a count that exceeds the entries repeats the last complete one;
+// an entry that breaks off counts as missing. Real numbers are finite and names at most `longestName` long, or their
+// read fails. Names are used as they stand, path separators included. What is refused has a fault of a few words.
+
+#include <string>
+#include <vector>
+
+/// More solids, teams or worms a team than this are refused; more names than this are not made up by repetition.
+inline constexpr int mostSolids = 1000;
+inline constexpr int mostTeams = 100;
+inline constexpr int mostWorms = 100;
+inline constexpr int mostRepeatedNames = 1000;
+/// Worms of all teams together: every worm that is dropped lets all those before it take a step past each other.
+inline constexpr int mostWormsInAll = 200;
+
+/// One solid of a level file: its name and how it is placed.
+struct SolidEntry {
+    std::string name;
+    double scale[3] = {1.0, 1.0, 1.0};
+    /// Radians.
+    double rotation[3] = {0.0, 0.0, 0.0};
+    double translation[3] = {0.0, 0.0, 0.0};
+};
+
+/// One team of the team list: its name and how many worms it fields, 0 or less for none.
+struct TeamEntry {
+    std::string name;
+    int wormCount = 0;
+};
+
+/// Reads a level file. False when its count cannot be read, is negative or beyond `mostSolids`. An entry before which
+/// none was complete is left out.
+bool readLevelText(std::string text, std::vector<SolidEntry>& solids, std::string& fault);
+/// Reads a team list. False when it names no team or breaks a limit, or when the first name is missing.
+bool readTeamListText(std::string text, std::vector<TeamEntry>& teams, std::string& fault);
+/// Reads worm names, appended to the vector, and a colour. What the text does not hold stays as it is.
+void readTeamText(std::string text, std::vector<std::string>& wormNames, float& r, float& g, float& b);
+/// Reads the names of a level list, appended to the vector.
+void readLevelListText(std::string text, std::vector<std::string>& names);
