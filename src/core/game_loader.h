@@ -20,7 +20,7 @@ struct TeamEntry;
 class GameLoader {
 public:
     /// Faces of a landscape. An entry that names a large solid a thousand times takes a few bytes.
-    static constexpr std::size_t mostFaces = 100'000;
+    static constexpr std::size_t mostFaces = 250'000;
 
     GameLoader();
     ~GameLoader();

@@ -17,9 +17,9 @@ class csgMesh;
 
 /// World units.
 inline constexpr double csgLargestCoordinate = largestCoordinate;
-/// Faces of a file: several times what a whole level has. Faces that share a corner take time with the square of their
-/// number.
-inline constexpr std::size_t csgMostFaces = 50'000;
+/// Faces of a file: twice what a level has after hundreds of craters. Faces that share a corner take time with the
+/// square of their number.
+inline constexpr std::size_t csgMostFaces = 100'000;
 
 enum class csgReadResult {
     ok,
