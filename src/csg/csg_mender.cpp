@@ -254,7 +254,9 @@ bool csgMender::splitAlong(csgVertex& from, csgVertex& to, csgVertex& middle) {
 bool csgMender::fill(const Corners& t) {
     if (isFlat(t))
         return false;
-    const auto& [a, b, c] = t;
+    csgVertex* const a = t[0];
+    csgVertex* const b = t[1];
+    csgVertex* const c = t[2];
     const auto facesBack = [&](const csgFace* face) {
         return hasCorner(*face, b) && hasCorner(*face, c) && hasHalfEdge(*face, b, a);
     };
