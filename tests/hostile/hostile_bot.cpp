@@ -24,7 +24,8 @@ namespace {
 
 /// A round that takes longer will not end; the longest ones take a tenth of it.
 constexpr unsigned mostFrames = 40000;
-/// Turns after which nothing but the shortest way to the end is taken.
+/// Turns after which nothing but the shortest way to the end is taken. It still takes walking: a worm may stand on a
+/// rim that its rockets fall past.
 constexpr unsigned patience = 30;
 /// Rounds in which every weapon is fired and every level played, as good as surely.
 constexpr unsigned roundsForEverything = 20;
@@ -129,7 +130,7 @@ void HostileBot::endOfFrame() {
     }
     inspect();
     mixFrame();
-    input.chooseFrameTime(ordinaryFrames);
+    input.chooseFrameTime(pace);
 }
 
 void HostileBot::inspect() {
@@ -257,13 +258,13 @@ Script HostileBot::playOneMove() {
 
 Script HostileBot::finishRound() {
     while (!isRoundOver()) {
-        ordinaryFrames = turnsOfRound > patience;
-        if (random.perMille(turnsOfRound > patience ? 0 : 250))
+        pace = turnsOfRound > patience ? Pace::ordinary : Pace::wild;
+        if (random.perMille(250))
             co_await walkSomewhere();
         co_await checkThatTheWormCanMove();
         co_await shootOwnFeet();
     }
-    ordinaryFrames = false;
+    pace = Pace::wild;
 }
 
 Script HostileBot::walkSomewhere() {
@@ -283,6 +284,7 @@ Script HostileBot::shootOwnFeet() {
     const Worm* const worm = world::activeWorm();
     const bool choosy = turnsOfRound <= patience && random.perMille(300);
     const int weapon = choosy ? random.between(1, 4) : 0;
+    const Pace usual = pace;
     if (weapon == Beam::index || weapon == Airstrike::index)
         headless::keyDown('E');
     co_await takeWeapon(weapon);
@@ -290,11 +292,15 @@ Script HostileBot::shootOwnFeet() {
         if (wait == 150)
             co_await takeWeapon(0);
         if (wait % 60 == 0) {
+            pace = usual;
             co_await aimAt(straightDown, worm->getYaw());
             co_await pressFire(1);
+            // What follows is waiting, and drawing is most of what a frame costs.
+            pace = Pace::hasty;
         }
         co_await frames(1);
     }
+    pace = usual;
     input.releaseEverything();
 }
 
@@ -307,8 +313,8 @@ Script HostileBot::checkThatTheWormCanMove() {
     if (reporting)
         std::printf("%s: %s is in the %s\n", whereabouts().c_str(), worm->getWormName().c_str(),
                     inspection::isInsideLand(*worm) ? "ground" : "way of another");
-    const bool wereOrdinary = ordinaryFrames;
-    ordinaryFrames = true;
+    const Pace usual = pace;
+    pace = Pace::ordinary;
     const Vector3 before = worm->getPosition();
     bool moved = false;
     for (const int key : {int{VK_SPACE}, int{'W'}, int{'S'}, int{'A'}, int{'D'}}) {
@@ -320,7 +326,7 @@ Script HostileBot::checkThatTheWormCanMove() {
         }
         headless::keyUp(key);
     }
-    ordinaryFrames = wereOrdinary;
+    pace = usual;
     if (!moved)
         fail(worm->getWormName() + " is stuck");
 }

@@ -76,5 +76,5 @@ private:
     unsigned lastShots = 0;
     unsigned wormsInTheWay = 0; ///< found in the ground or in another worm
     unsigned framesAfterQuit = 0;
-    bool ordinaryFrames = false;
+    Pace pace = Pace::wild;
 };

@@ -17,15 +17,15 @@ void WildInput::releaseEverything() {
     headless::leftButton(false);
 }
 
-void WildInput::chooseFrameTime(bool ordinary) {
+void WildInput::chooseFrameTime(Pace pace) {
     if (burst > 0) {
         --burst;
         ++emptyFrames;
         headless::setFrameDuration(0);
         return;
     }
-    unsigned length = 10 + random.below(31);
-    if (!ordinary) {
+    unsigned length = pace == Pace::hasty ? 100 + random.below(201) : 10 + random.below(31);
+    if (pace != Pace::ordinary) {
         const unsigned kind = random.below(1000);
         if (kind < 15)
             burst = 1 + random.below(30);

@@ -4,6 +4,10 @@
 
 #include "hostile/bot_random.h"
 
+/// How long frames are: 10 to 40 ms, but 100 to 300 in haste; and unless they have to be ordinary, now and then a burst
+/// of 0 ms and up to ten seconds.
+enum class Pace { wild, hasty, ordinary };
+
 class WildInput {
 public:
     explicit WildInput(BotRandom& stream) : random(stream) {}
@@ -12,9 +16,8 @@ public:
     void causeEvent();
     /// Lets go of all keys and the button.
     void releaseEverything();
-    /// Sets the length of the next frame: 10 to 40 ms, and unless it has to be ordinary now and then bursts of 0 ms and
-    /// up to ten seconds.
-    void chooseFrameTime(bool ordinary);
+    /// Sets the length of the next frame.
+    void chooseFrameTime(Pace pace);
 
     unsigned getMinimisations() const { return minimisations; }
     unsigned getEmptyFrames() const { return emptyFrames; }
