@@ -79,14 +79,16 @@ void Team::dropWorms(const BoundingBox& levelBox, const std::vector<std::string>
             ++misses;
             continue;
         }
-        misses = 0;
+        const std::size_t before = worms.size();
         const std::string& wormName = wormNames.empty() ? name : wormNames[worms.size() % wormNames.size()];
         auto* const worm = new Worm(wormName, this);
         worm->setPosition(probe.worldPosition);
         worm->setRotationY(angle);
         root->addChild(worm);
-        root->update();
+        // Listed first: one that hangs over an edge may slide off and end in this very update.
         worms.push_back(worm);
+        root->update();
+        misses = worms.size() > before ? 0 : misses + 1;
     }
 }
 

@@ -8,9 +8,9 @@
 // Projectiles still in flight then lose their owner (see Weapon). The weapons belong to the team, also while a worm
 // holds one as a child.
 //
-// Worms are dropped at random points of the level box. A drop that nothing catches is repeated; after
-// `dropAttemptsPerWorm` misses for one worm the team stays as small as it is, so a level without land cannot hang the
-// game. Without worm names the worms are named after their team.
+// Worms are dropped at random points of the level box. A drop that nothing catches is repeated, and so is one whose worm
+// ends in its first update; after `dropAttemptsPerWorm` misses for one worm the team stays as small as it is, so a level
+// without land cannot hang the game. Without worm names the worms are named after their team.
 
 #include <array>
 #include <memory>

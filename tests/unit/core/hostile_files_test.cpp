@@ -167,6 +167,7 @@ TEST_F(HostileFiles, Levels) {
                    {{"scaled-out-of-reach.lev", nullptr},
                     {"placed-out-of-reach.lev", "no worm found ground"},
                     {"name-with-a-zero-byte.lev", nullptr},
+                    {"worm-lost-as-it-lands.lev", nullptr},
                     {"solid-by-way-of-its-parent-folder.lev", nullptr},
                     {"more-solids-than-allowed.lev", "more than 1000 solids"},
                     {"not-one-complete-entry.lev", "no worm found ground"}},

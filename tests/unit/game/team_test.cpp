@@ -1,12 +1,18 @@
 #include "core/team.h"
 
+#include "core/damageable.h"
+#include "core/module_manager.h"
+#include "core/scene_node.h"
 #include "core/team_manager.h"
+#include "csg/csg_object.h"
 #include "game/weapon.h"
 #include "game/worm.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
 
@@ -41,6 +47,43 @@ TEST_F(TeamTest, WithoutLandTheDropsAreGivenUp) {
     const BoundingBox empty;
     const Team team("team", &empty, 1, 1, 1, {"a"}, 2);
     EXPECT_EQ(team.getCurrentWorm(), nullptr);
+}
+
+/// Deadly to the first worms that it sees.
+class Reaper : public SceneNode {
+public:
+    explicit Reaper(int count) : SceneNode("reaper"), left(count) {}
+
+    void update() override {
+        theModuleManager->getSceneRoot()->forEachChild([this](SceneNode* node) {
+            if (node->asWorm() != nullptr && left > 0) {
+                --left;
+                node->getDamageableNode()->applyDamage(1000.0f);
+            }
+        });
+    }
+
+private:
+    int left;
+};
+
+TEST_F(TeamTest, AWormMayEndInTheFrameInWhichItIsDropped) {
+    data.writeFlatLevel({});
+    new TeamManager;
+    auto* const land = new csgObject;
+    ASSERT_TRUE(land->load("./csg/slab"));
+    SceneNode* const root = theModuleManager->getSceneRoot();
+    root->addChild(land);
+    root->addChild(new Reaper(3));
+    const BoundingBox box = land->getLocalBounds();
+    Team team("team", &box, 1, 1, 1, {"a", "b"}, 2);
+    EXPECT_EQ(team.getWorms().size(), 2u) << "others are dropped in their place";
+    std::vector<const Worm*> standing;
+    root->forEachChild([&](SceneNode* node) {
+        if (node->asWorm() != nullptr)
+            standing.push_back(node->asWorm());
+    });
+    EXPECT_EQ(standing, std::vector<const Worm*>(team.getWorms().begin(), team.getWorms().end()));
 }
 
 TEST_F(TeamTest, ATeamOfOneKeepsTheTurn) {
