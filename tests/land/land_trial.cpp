@@ -92,6 +92,7 @@ public:
 
     Crater next() {
         const std::string tool = tools[random() % std::size(tools)];
+        // Half of them where explosions would be, the others in equal shares where it is hardest.
         const auto kind = random() % 20;
         Crater crater{tool, {}};
         if (!earlier.empty() && kind == 0)
