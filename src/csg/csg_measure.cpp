@@ -3,7 +3,6 @@
 #include "csg/csg_mesh.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <map>
 #include <utility>
@@ -23,24 +22,41 @@ double distanceToSegment(const csgVector& p, const HalfEdge& edge) {
     return (p - (edge.from + along * t)).length();
 }
 
-/// What is left of the half edges when each has been paired with one that runs back between the same vertices.
-std::vector<HalfEdge> unpairedHalfEdges(const csgMesh& mesh) {
-    std::map<std::pair<const csgVertex*, const csgVertex*>, int> balance;
+/// How many faces use an edge in each direction.
+struct Uses {
+    int along = 0;
+    int against = 0;
+};
+using Edges = std::map<std::pair<const csgVertex*, const csgVertex*>, Uses>;
+
+Edges edgesOf(const csgMesh& mesh) {
+    Edges edges;
     for (const csgFaceList& part : mesh.getParts()) {
         for (const auto& face : part) {
             for (std::size_t i = 0; i < 3; ++i) {
                 const csgVertex* a = face->corners[i];
                 const csgVertex* b = face->corners[(i + 1) % 3];
-                balance[std::minmax(a, b)] += a < b ? 1 : -1;
+                ++(a < b ? edges[{a, b}].along : edges[{b, a}].against);
             }
         }
     }
+    return edges;
+}
+
+std::size_t countOpen(const Edges& edges) {
+    return static_cast<std::size_t>(std::count_if(edges.begin(), edges.end(), [](const auto& edge) {
+        return edge.second.along != 1 || edge.second.against != 1;
+    }));
+}
+
+/// What is left of the half edges when each has been paired with one that runs back between the same vertices.
+std::vector<HalfEdge> unpairedHalfEdges(const Edges& edges) {
     std::vector<HalfEdge> unpaired;
-    for (const auto& [ends, count] : balance) {
-        const HalfEdge edge = count > 0 ? HalfEdge{ends.first->position, ends.second->position}
-                                        : HalfEdge{ends.second->position, ends.first->position};
-        for (int i = 0; i < std::abs(count); ++i)
-            unpaired.push_back(edge);
+    for (const auto& [ends, uses] : edges) {
+        for (int i = uses.against; i < uses.along; ++i)
+            unpaired.push_back({ends.first->position, ends.second->position});
+        for (int i = uses.along; i < uses.against; ++i)
+            unpaired.push_back({ends.second->position, ends.first->position});
     }
     return unpaired;
 }
@@ -83,29 +99,14 @@ double areaOf(const csgMesh& mesh) {
 }
 
 std::size_t openEdgesOf(const csgMesh& mesh) {
-    struct Uses {
-        int along = 0;
-        int against = 0;
-    };
-    std::map<std::pair<const csgVertex*, const csgVertex*>, Uses> edges;
-    for (const csgFaceList& part : mesh.getParts()) {
-        for (const auto& face : part) {
-            for (std::size_t i = 0; i < 3; ++i) {
-                const csgVertex* a = face->corners[i];
-                const csgVertex* b = face->corners[(i + 1) % 3];
-                ++(a < b ? edges[{a, b}].along : edges[{b, a}].against);
-            }
-        }
-    }
-    return static_cast<std::size_t>(std::count_if(edges.begin(), edges.end(), [](const auto& edge) {
-        return edge.second.along != 1 || edge.second.against != 1;
-    }));
+    return countOpen(edgesOf(mesh));
 }
 
 OpenEdges measureOpenEdges(const csgMesh& mesh) {
+    const Edges edges = edgesOf(mesh);
+    const std::vector<HalfEdge> unpaired = unpairedHalfEdges(edges);
     OpenEdges result;
-    result.count = openEdgesOf(mesh);
-    const std::vector<HalfEdge> unpaired = unpairedHalfEdges(mesh);
+    result.count = countOpen(edges);
     for (const HalfEdge& edge : unpaired)
         result.widestGap = std::max(result.widestGap, gapOf(edge, unpaired));
     return result;

@@ -13,9 +13,6 @@ namespace {
 /// piece dropped beside many cuts stays a hole.
 constexpr std::size_t longestRim = 48;
 
-/// How far beyond the box of what was cut out (world units) faces are looked at, for gaps that lie across its sides.
-constexpr double reach = 2.0;
-
 bool hasHalfEdge(const csgFace& face, const csgVertex* from, const csgVertex* to) {
     const auto& c = face.corners;
     return (c[0] == from && c[1] == to) || (c[1] == from && c[2] == to) || (c[2] == from && c[0] == to);
@@ -82,7 +79,7 @@ void csgMender::locateFaces() {
     near.clear();
     places.clear();
     for (csgFaceList& part : mesh.parts) {
-        part.forEachMeeting(where.grown(reach), [&](std::size_t i) {
+        part.forEachMeeting(where, [&](std::size_t i) {
             near.push_back(part[i]);
             places[part[i]] = {&part, i};
         });
@@ -273,7 +270,10 @@ bool csgMender::fill(const Corners& t) {
     const bool isKnown = neighbour != nullptr && places.contains(neighbour);
     csgFaceList& list = isKnown ? *places.at(neighbour).list : mesh.parts.front();
     const auto texOf = [&](const csgVertex* v) {
-        return isKnown ? neighbour->tex[cornerOf(*neighbour, v) % 3] : csgTexCoord{};
+        if (!isKnown)
+            return csgTexCoord{};
+        // So thin that any of the neighbour's will do where it does not have the corner.
+        return neighbour->tex[hasCorner(*neighbour, v) ? cornerOf(*neighbour, v) : 0];
     };
     append(list, t, {texOf(a), texOf(b), texOf(c)});
     ++mesh.stats.mended;

@@ -10,6 +10,7 @@
 // cancel each other. A rim too long to follow (an open solid's own, say) stays, and so does a gap beside which there is
 // nothing to split: it is narrower than csgNarrowGap.
 
+#include "csg/csg_bounds.h"
 #include "csg/csg_tex_coord.h"
 
 #include <array>
@@ -21,16 +22,17 @@ class csgFace;
 class csgFaceList;
 class csgMesh;
 class csgVertex;
-struct csgBounds;
 
 /// A gap narrower than this (world units) is closed by splitting the edge along it. Larger: edges bend where a sliver
 /// would do; smaller: the normals of slivers are rounding errors.
 inline constexpr double csgNarrowGap = 3e-7;
+/// How far beyond the box of what was cut out (world units) faces are looked at, for gaps that lie across its sides.
+inline constexpr double csgMendReach = 2.0;
 
 class csgMender {
 public:
-    /// `where`: the box of what was cut out.
-    csgMender(csgMesh& mendedMesh, const csgBounds& box) : mesh(mendedMesh), where(box) {}
+    /// `carved`: the box of what was cut out.
+    csgMender(csgMesh& mendedMesh, const csgBounds& carved) : mesh(mendedMesh), where(carved.grown(csgMendReach)) {}
 
     void run();
 
@@ -62,7 +64,7 @@ private:
     void remove(const csgFace& face);
 
     csgMesh& mesh;
-    const csgBounds& where;
+    const csgBounds where; ///< what is looked at
     std::vector<csgFace*> near;
     std::unordered_map<const csgFace*, Place> places;
     std::vector<Missing> missing;
