@@ -55,14 +55,6 @@ void clear() {
 
 } // namespace memory_files
 
-FileHandle openFile(const std::string&, const char*) {
-    return nullptr;
-}
-
-std::uint64_t bytesLeft(std::FILE*) {
-    return 0;
-}
-
 bool readWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes) {
     return readInto(path, bytes);
 }

@@ -227,10 +227,8 @@ TEST(FileAccess, WhatIsNoRegularFileIsMissing) {
     data.write("plain", "contents");
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
     for (const std::string& name : {std::string("pipe"), std::string("level"), std::string("absent"),
-                                    std::string("plain\0.lev", 10), std::string(5000, 'x')}) {
+                                    std::string("plain\0.lev", 10), std::string(5000, 'x')})
         EXPECT_FALSE(readWholeFile(name, text)) << name;
-        EXPECT_EQ(openFile(name, "rb"), nullptr) << name;
-    }
     data.write("huge", "");
     fs::resize_file("huge", largestFile + 1); // takes no room on the disk
     EXPECT_FALSE(readWholeFile("huge", text));
