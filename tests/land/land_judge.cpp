@@ -11,54 +11,6 @@ namespace {
 
 constexpr double wrongBy = 1e-3;
 
-/// Coordinates of a point as (along the axis, first across, second across).
-csgVector turned(const csgVector& p, int axis) {
-    switch (axis) {
-    case 0:
-        return {p.x, p.y, p.z};
-    case 1:
-        return {p.y, p.z, p.x};
-    default:
-        return {p.z, p.x, p.y};
-    }
-}
-
-bool isBeside(const csgBounds& box, int axis, double u, double v) {
-    const csgVector low = turned(box.min, axis);
-    const csgVector high = turned(box.max, axis);
-    return u < low.y || u > high.y || v < low.z || v > high.z;
-}
-
-/// Stretches of the line along `axis` at (u, v) that lie inside the mesh, in order.
-std::vector<std::pair<double, double>> columnAlong(const csgMesh& mesh, int axis, double u, double v) {
-    std::vector<double> crossings;
-    const auto visit = [&](const csgFace& face) {
-        const csgVector a = turned(face.cornerPosition(0), axis);
-        const csgVector b = turned(face.cornerPosition(1), axis);
-        const csgVector c = turned(face.cornerPosition(2), axis);
-        const auto side = [&](const csgVector& p, const csgVector& q) {
-            return (q.y - p.y) * (v - p.z) - (q.z - p.z) * (u - p.y);
-        };
-        const double wa = side(b, c);
-        const double wb = side(c, a);
-        const double wc = side(a, b);
-        if ((wa > 0 && wb > 0 && wc > 0) || (wa < 0 && wb < 0 && wc < 0))
-            crossings.push_back((wa * a.x + wb * b.x + wc * c.x) / (wa + wb + wc));
-    };
-    for (const csgFaceList& part : mesh.getParts()) {
-        part.forEachWhere([&](const csgBounds& box) { return !isBeside(box, axis, u, v); },
-                          [&](std::size_t i) {
-                              visit(*part[i]);
-                              return true;
-                          });
-    }
-    std::sort(crossings.begin(), crossings.end());
-    std::vector<std::pair<double, double>> stretches;
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
-        stretches.emplace_back(crossings[i], crossings[i + 1]);
-    return stretches;
-}
-
 double depthIn(const csgMesh& convex, const csgVector& p) {
     double depth = std::numeric_limits<double>::max();
     for (const csgFaceList& part : convex.getParts()) {

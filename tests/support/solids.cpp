@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <map>
+#include <random>
 
 namespace {
 
@@ -168,60 +169,58 @@ std::uint64_t hashOf(const csgMesh& mesh) {
     return hash;
 }
 
-namespace {
-
-/// Height at which the face meets the vertical line through (x, z), when it does.
-bool heightAt(const csgFace& face, double x, double z, double& height) {
-    if (x < face.bounds.min.x || x > face.bounds.max.x || z < face.bounds.min.z || z > face.bounds.max.z)
-        return false;
-    const csgVector& a = face.cornerPosition(0);
-    const csgVector& b = face.cornerPosition(1);
-    const csgVector& c = face.cornerPosition(2);
-    const auto cross = [&](const csgVector& p, const csgVector& q) {
-        return (q.x - p.x) * (z - p.z) - (q.z - p.z) * (x - p.x);
-    };
-    const double u = cross(b, c);
-    const double v = cross(c, a);
-    const double w = cross(a, b);
-    const bool inside = (u > 0 && v > 0 && w > 0) || (u < 0 && v < 0 && w < 0);
-    if (!inside)
-        return false;
-    height = (u * a.y + v * b.y + w * c.y) / (u + v + w);
-    return true;
+csgVector turned(const csgVector& p, int axis) {
+    switch (axis) {
+    case 0:
+        return {p.x, p.y, p.z};
+    case 1:
+        return {p.y, p.z, p.x};
+    default:
+        return {p.z, p.x, p.y};
+    }
 }
 
-std::vector<std::pair<double, int>> crossingsOf(const csgMesh& mesh, double x, double z) {
-    std::vector<std::pair<double, int>> crossings;
+bool isBeside(const csgBounds& box, int axis, double u, double v) {
+    const csgVector low = turned(box.min, axis);
+    const csgVector high = turned(box.max, axis);
+    return u < low.y || u > high.y || v < low.z || v > high.z;
+}
+
+std::vector<std::pair<double, double>> columnAlong(const csgMesh& mesh, int axis, double u, double v) {
+    std::vector<double> crossings;
+    const auto visit = [&](const csgFace& face) {
+        const csgVector a = turned(face.cornerPosition(0), axis);
+        const csgVector b = turned(face.cornerPosition(1), axis);
+        const csgVector c = turned(face.cornerPosition(2), axis);
+        const auto side = [&](const csgVector& p, const csgVector& q) {
+            return (q.y - p.y) * (v - p.z) - (q.z - p.z) * (u - p.y);
+        };
+        const double wa = side(b, c);
+        const double wb = side(c, a);
+        const double wc = side(a, b);
+        if ((wa > 0 && wb > 0 && wc > 0) || (wa < 0 && wb < 0 && wc < 0))
+            crossings.push_back((wa * a.x + wb * b.x + wc * c.x) / (wa + wb + wc));
+    };
     for (const csgFaceList& part : mesh.getParts()) {
-        for (const csgFaceList::Run& run : part.getRuns()) {
-            if (x < run.box.min.x || x > run.box.max.x || z < run.box.min.z || z > run.box.max.z)
-                continue;
-            for (std::size_t i = run.begin; i < run.end; ++i) {
-                double height = 0.0;
-                if (heightAt(*part[i], x, z, height))
-                    crossings.emplace_back(height, part[i]->normal.y > 0.0 ? 1 : -1);
-            }
-        }
+        part.forEachWhere([&](const csgBounds& box) { return !isBeside(box, axis, u, v); },
+                          [&](std::size_t i) {
+                              visit(*part[i]);
+                              return true;
+                          });
     }
     std::sort(crossings.begin(), crossings.end());
-    return crossings;
-}
-
-} // namespace
-
-double columnLength(const csgMesh& mesh, double x, double z) {
-    double length = 0.0;
-    for (const auto& [height, direction] : crossingsOf(mesh, x, z))
-        length += height * direction;
-    return length;
+    std::vector<std::pair<double, double>> stretches;
+    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
+        stretches.emplace_back(crossings[i], crossings[i + 1]);
+    return stretches;
 }
 
 std::vector<std::pair<double, double>> columnOf(const csgMesh& mesh, double x, double z) {
-    std::vector<std::pair<double, double>> stretches;
-    const auto crossings = crossingsOf(mesh, x, z);
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
-        stretches.emplace_back(crossings[i].first, crossings[i + 1].first);
-    return stretches;
+    return columnAlong(mesh, 1, z, x);
+}
+
+double columnLength(const csgMesh& mesh, double x, double z) {
+    return lengthWithout(columnOf(mesh, x, z), {});
 }
 
 double lengthWithout(const std::vector<std::pair<double, double>>& land, std::vector<std::pair<double, double>> holes) {
