@@ -1,4 +1,3 @@
-#include "core/data_limits.h"
 #include "csg/csg_file.h"
 #include "csg/csg_object.h"
 #include "platform/headless/headless.h"
@@ -38,9 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     require(solid.getTextures().size() == solid.getParts().size(), "a texture for each part");
     for (const auto& vertex : solid.getVertices())
-        require(isCoordinate(vertex->position.x) && isCoordinate(vertex->position.y) &&
-                    isCoordinate(vertex->position.z),
-                "every corner is in reach");
+        require(isInReach(vertex->position), "every corner is in reach");
     requireReadBack(solid);
     for (const int mode : {renderImmediate, renderVertexArray, renderVertexBuffer}) {
         theModuleManager->getRenderer()->renderMode = mode;

@@ -20,7 +20,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -91,9 +90,8 @@ std::vector<csgVector> centresOf(const Arguments& arguments) {
     }
     if (centres.empty())
         throw ToolError("no centre given: use --at X Y Z or --centres FILE");
-    const auto isUsable = [](double c) { return std::fabs(c) <= csgLargestCoordinate; };
     for (const csgVector& c : centres) {
-        if (!isUsable(c.x) || !isUsable(c.y) || !isUsable(c.z))
+        if (!isInReach(c))
             throw ToolError("a centre is out of range");
     }
     return centres;

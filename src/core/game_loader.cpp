@@ -9,6 +9,7 @@
 #include "core/scene_node.h"
 #include "core/team.h"
 #include "core/team_manager.h"
+#include "csg/csg_file.h"
 #include "csg/csg_object.h"
 #include "render/milkshape_model.h"
 #include "render/water_node.h"
@@ -23,11 +24,9 @@ namespace {
 constexpr const char* teamListFile = "teams/teams.tm";
 constexpr const char* levelListFile = "level/levels.lev";
 
-bool isInReach(const csgObject& solid) {
-    return std::all_of(solid.getVertices().begin(), solid.getVertices().end(), [](const auto& vertex) {
-        const csgVector& p = vertex->position;
-        return isCoordinate(p.x) && isCoordinate(p.y) && isCoordinate(p.z);
-    });
+bool liesInReach(const csgMesh& solid) {
+    return std::all_of(solid.getVertices().begin(), solid.getVertices().end(),
+                       [](const auto& vertex) { return isInReach(vertex->position); });
 }
 
 bool isPlaceable(const SolidEntry& entry) {
@@ -35,19 +34,6 @@ bool isPlaceable(const SolidEntry& entry) {
         return isCoordinate(triple[0]) && isCoordinate(triple[1]) && isCoordinate(triple[2]);
     };
     return areCoordinates(entry.scale) && areCoordinates(entry.rotation) && areCoordinates(entry.translation);
-}
-
-/// Where a level puts its solid; false when that is out of reach.
-bool place(csgObject& solid, const SolidEntry& entry) {
-    solid.scale(entry.scale[0], entry.scale[1], entry.scale[2]);
-    solid.rotateX(entry.rotation[0]);
-    solid.rotateY(entry.rotation[1]);
-    solid.rotateZ(entry.rotation[2]);
-    solid.translate(entry.translation[0], entry.translation[1], entry.translation[2]);
-    if (isInReach(solid))
-        return true;
-    logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
-    return false;
 }
 
 /// The box around the landscape of a scene.
@@ -133,8 +119,11 @@ bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std
             reportDataError(levelFile, "more than " + std::to_string(mostFaces) + " faces");
             return false;
         }
-        if (!place(*solid, entry))
+        placeSolid(*solid, entry);
+        if (!liesInReach(*solid)) {
+            logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
             continue;
+        }
         csgObject* const placed = solid.release();
         root.addChild(placed);
         placed->rebuildArrays();
@@ -183,6 +172,14 @@ void GameLoader::readTeamFile(const std::string& teamName, std::vector<std::stri
     std::string text;
     if (readWholeFile("teams/" + teamName + ".tm", text))
         readTeamText(std::move(text), wormNames, r, g, b);
+}
+
+void placeSolid(csgMesh& solid, const SolidEntry& entry) {
+    solid.scale(entry.scale[0], entry.scale[1], entry.scale[2]);
+    solid.rotateX(entry.rotation[0]);
+    solid.rotateY(entry.rotation[1]);
+    solid.rotateZ(entry.rotation[2]);
+    solid.translate(entry.translation[0], entry.translation[1], entry.translation[2]);
 }
 
 void endRound() {

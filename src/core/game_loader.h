@@ -15,6 +15,8 @@
 
 class BoundingBox;
 class SceneNode;
+class csgMesh;
+struct SolidEntry;
 struct TeamEntry;
 
 class GameLoader {
@@ -39,6 +41,9 @@ private:
     bool addTeams(const BoundingBox& levelBox);
     bool addTeam(const TeamEntry& entry, const BoundingBox& levelBox);
 };
+
+/// Scales, turns about x, y and z, and moves a solid that is as its file has it to where its entry says.
+void placeSolid(csgMesh& solid, const SolidEntry& entry);
 
 /// Ends the round under way: destroys the registered scene, then the teams, and empties both slots. The scene goes
 /// first, so that a worm never holds a weapon of a team that is gone.

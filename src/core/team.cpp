@@ -85,7 +85,7 @@ void Team::dropWorms(const BoundingBox& levelBox, const std::vector<std::string>
         worm->setPosition(probe.worldPosition);
         worm->setRotationY(angle);
         root->addChild(worm);
-        // Listed first: one that hangs over an edge may slide off and end in this very update.
+        // Listed first: one that comes to rest where worms are lost ends in this very update.
         worms.push_back(worm);
         root->update();
         misses = worms.size() > before ? 0 : misses + 1;

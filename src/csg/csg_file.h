@@ -4,7 +4,7 @@
 // (x y z u v), its triangles (three indices into them) and one texture name.
 //
 // Counts are not trusted: nothing is allocated for them, records are read one by one. A missing item, one that is no
-// number, a number beyond csgLargestCoordinate, an index without a record and more than csgMostFaces faces each reject
+// number, a number beyond largestCoordinate, an index without a record and more than csgMostFaces faces each reject
 // the whole file. Counts of zero or less mean no records. What follows the last part is ignored.
 
 #include "core/data_limits.h"
@@ -15,11 +15,14 @@
 
 class csgMesh;
 
-/// World units.
-inline constexpr double csgLargestCoordinate = largestCoordinate;
 /// Faces of a file: twice what a level has after hundreds of craters. Faces that share a corner take time with the
 /// square of their number.
 inline constexpr std::size_t csgMostFaces = 100'000;
+
+/// Whether a corner may stand there.
+inline bool isInReach(const csgVector& position) {
+    return isCoordinate(position.x) && isCoordinate(position.y) && isCoordinate(position.z);
+}
 
 enum class csgReadResult {
     ok,

@@ -4,9 +4,8 @@
 // texture. No normals and no colours are sent: the mesh is lit with what is current.
 //
 // A file that is not whole (a count below 0, an index outside its group's vertices, an item missing or not a number, a
-// number beyond largestCoordinate)
-// leaves the mesh empty, after one line in the log that names the file, the line and the fault; so does a missing file,
-// without the line.
+// number beyond largestCoordinate) leaves the mesh empty, after one line in the log that names the file, the line and
+// the fault; so does a missing file, without the line.
 
 #include "core/scene_node.h"
 #include "render/vector2.h"

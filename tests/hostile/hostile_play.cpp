@@ -8,11 +8,11 @@
 #include "hostile/hostile_bot.h"
 #include "support/test_data.h"
 
+#include <CLI/CLI.hpp>
+
 #include <cinttypes>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/common_interface_defs.h>
@@ -48,23 +48,6 @@ struct Options {
     bool twice = false;
 };
 
-bool read(int count, char** arguments, Options& options) {
-    for (int i = 1; i < count; ++i) {
-        const bool hasValue = i + 1 < count;
-        if (std::strcmp(arguments[i], "--report") == 0)
-            options.report = true;
-        else if (std::strcmp(arguments[i], "--twice") == 0)
-            options.twice = true;
-        else if (std::strcmp(arguments[i], "--seed") == 0 && hasValue)
-            options.seed = std::strtoull(arguments[++i], nullptr, 10);
-        else if (std::strcmp(arguments[i], "--rounds") == 0 && hasValue)
-            options.rounds = static_cast<unsigned>(std::strtoul(arguments[++i], nullptr, 10));
-        else
-            return false;
-    }
-    return true;
-}
-
 /// False, with the reason on stderr, when something was wrong.
 bool play(const Options& options, std::uint64_t& hash) {
     HostileBot bot(options.seed, options.rounds, options.report);
@@ -83,10 +66,12 @@ bool play(const Options& options, std::uint64_t& hash) {
 
 int main(int argumentCount, char** arguments) {
     Options options;
-    if (!read(argumentCount, arguments, options)) {
-        std::fprintf(stderr, "Usage: %s [--seed S] [--rounds N] [--report] [--twice]\n", arguments[0]);
-        return 2;
-    }
+    CLI::App app("Plays rounds by random input and stops at the first thing that is wrong.", "hostile_play");
+    app.add_option("--seed", options.seed);
+    app.add_option("--rounds", options.rounds);
+    app.add_flag("--report", options.report, "a line for each round, and the figures of each level");
+    app.add_flag("--twice", options.twice, "play the seed twice and compare the hashes");
+    CLI11_PARSE(app, argumentCount, arguments);
     watchForCrashes();
     const ShippedData data;
     std::uint64_t hash = 0;

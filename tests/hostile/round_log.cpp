@@ -1,5 +1,8 @@
 #include "hostile/round_log.h"
 
+#include "core/file_access.h"
+#include "core/game_loader.h"
+#include "core/level_files.h"
 #include "core/module_manager.h"
 #include "core/scene_node.h"
 #include "csg/csg_file.h"
@@ -9,7 +12,7 @@
 #include "support/world_hash.h"
 
 #include <cstdio>
-#include <fstream>
+#include <vector>
 
 namespace {
 
@@ -30,26 +33,22 @@ std::size_t facesOf(const std::string& solid) {
 } // namespace
 
 RoundLog::RoundLog() {
-    std::ifstream list("level/levels.lev");
-    std::size_t count = 0;
-    list >> count;
+    std::vector<std::string> listed;
+    readLevelList(listed);
     std::map<std::string, std::size_t> known;
-    std::string name;
-    while (list >> name) {
-        std::ifstream level("level/" + name + ".lev");
-        int solids = 0;
-        level >> solids;
+    for (const std::string& name : listed) {
+        std::string text;
+        std::vector<SolidEntry> solids;
+        std::string fault;
+        readWholeFile("level/" + name + ".lev", text);
+        readLevelText(std::move(text), solids, fault);
         std::size_t faces = 0;
-        std::string solid;
-        for (int i = 0; i < solids && level >> solid; ++i) {
-            if (!known.contains(solid))
-                known[solid] = facesOf(solid);
-            faces += known[solid];
-            std::string ignored;
-            for (int number = 0; number < 9; ++number)
-                level >> ignored;
+        for (const SolidEntry& solid : solids) {
+            if (!known.contains(solid.name))
+                known[solid.name] = facesOf(solid.name);
+            faces += known[solid.name];
         }
-        names[{solids, faces}] = name;
+        names[{static_cast<int>(solids.size()), faces}] = name;
     }
 }
 

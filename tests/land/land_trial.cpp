@@ -5,6 +5,9 @@
 //
 // One line for each solid, one for the level; exit status 1 when something is not what it should be.
 
+#include "core/file_access.h"
+#include "core/game_loader.h"
+#include "core/level_files.h"
 #include "csg/csg_file.h"
 #include "csg/csg_measure.h"
 #include "land/land_judge.h"
@@ -14,32 +17,19 @@
 
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <random>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
-struct Placement {
-    std::string solid;
-    csgVector scale;
-    csgVector turn;
-    csgVector place;
-};
-
-std::vector<Placement> readPlacements(const std::string& level) {
-    std::ifstream in("level/" + level + ".lev");
-    std::size_t count = 0;
-    in >> count;
-    std::vector<Placement> placements(count);
-    for (Placement& p : placements) {
-        in >> p.solid;
-        for (csgVector* v : {&p.scale, &p.turn, &p.place})
-            in >> v->x >> v->y >> v->z;
-    }
-    if (!in || count == 0)
-        throw std::runtime_error("cannot read level '" + level + "'");
-    return placements;
+std::vector<SolidEntry> readLevel(const std::string& level) {
+    std::string text;
+    std::vector<SolidEntry> solids;
+    std::string fault = "cannot be opened";
+    if (!readWholeFile("level/" + level + ".lev", text) || !readLevelText(std::move(text), solids, fault))
+        throw std::runtime_error("level '" + level + "': " + fault);
+    return solids;
 }
 
 void loadMesh(csgMesh& mesh, const std::string& name) {
@@ -50,14 +40,10 @@ void loadMesh(csgMesh& mesh, const std::string& name) {
     mesh.build(data);
 }
 
-std::unique_ptr<csgMesh> placed(const Placement& p) {
+std::unique_ptr<csgMesh> placed(const SolidEntry& entry) {
     auto mesh = std::make_unique<csgMesh>();
-    loadMesh(*mesh, p.solid);
-    mesh->scale(p.scale.x, p.scale.y, p.scale.z);
-    mesh->rotateX(p.turn.x);
-    mesh->rotateY(p.turn.y);
-    mesh->rotateZ(p.turn.z);
-    mesh->translate(p.place.x, p.place.y, p.place.z);
+    loadMesh(*mesh, entry.name);
+    placeSolid(*mesh, entry);
     return mesh;
 }
 
@@ -235,12 +221,12 @@ private:
 
 std::vector<Land> loadLand(const std::string& level) {
     std::vector<Land> land;
-    for (const Placement& p : readPlacements(level)) {
+    for (const SolidEntry& entry : readLevel(level)) {
         Land one;
-        one.name = p.solid;
-        one.untouched = placed(p);
-        one.carved = placed(p);
-        one.rough = placed(p);
+        one.name = entry.name;
+        one.untouched = placed(entry);
+        one.carved = placed(entry);
+        one.rough = placed(entry);
         one.judge = std::make_unique<LandJudge>(*one.untouched);
         land.push_back(std::move(one));
     }

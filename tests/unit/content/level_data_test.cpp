@@ -2,6 +2,9 @@
 // closed.
 
 #include "core/bounding_box.h"
+#include "core/file_access.h"
+#include "core/game_loader.h"
+#include "core/level_files.h"
 #include "core/module_manager.h"
 #include "csg/csg_object.h"
 #include "game/collision_detection.h"
@@ -13,18 +16,17 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include <iterator>
+#include <set>
+#include <sstream>
 
 namespace {
 
 std::vector<std::string> levelNames() {
-    std::ifstream list("level/levels.lev");
-    std::size_t count = 0;
-    list >> count;
-    std::vector<std::string> names(count);
-    for (std::string& name : names)
-        list >> name;
-    EXPECT_TRUE(list) << "the level list ends early";
+    std::vector<std::string> names;
+    readLevelList(names);
+    EXPECT_FALSE(names.empty());
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size()) << "a missing name is repeated";
     return names;
 }
 
@@ -35,23 +37,19 @@ struct Level {
     BoundingBox box;
 
     explicit Level(const std::string& name) {
-        std::ifstream in("level/" + name + ".lev");
-        int count = 0;
-        in >> count;
-        for (int i = 0; i < count; ++i) {
-            std::string solidName;
-            double v[9];
-            in >> solidName;
-            for (double& value : v)
-                in >> value;
+        std::string text;
+        std::vector<SolidEntry> entries;
+        std::string fault;
+        EXPECT_TRUE(readWholeFile("level/" + name + ".lev", text) && readLevelText(text, entries, fault))
+            << name << fault;
+        std::istringstream words(text);
+        EXPECT_EQ(std::distance(std::istream_iterator<std::string>(words), {}), 1 + 10 * std::ssize(entries))
+            << name << " ends early or late";
+        for (const SolidEntry& entry : entries) {
             auto* const solid = new csgObject;
-            EXPECT_TRUE(in && solid->load("./csg/" + solidName)) << name << ": " << solidName;
-            solid->scale(v[0], v[1], v[2]);
-            solid->rotateX(v[3]);
-            solid->rotateY(v[4]);
-            solid->rotateZ(v[5]);
-            solid->translate(v[6], v[7], v[8]);
-            if (i == 0)
+            EXPECT_TRUE(solid->load("./csg/" + entry.name)) << name << ": " << entry.name;
+            placeSolid(*solid, entry);
+            if (solids.empty())
                 box = solid->getLocalBounds();
             else
                 box.merge(solid->getLocalBounds());
@@ -114,7 +112,8 @@ TEST(LevelData, CratersLeaveEveryLandClosed) {
                 tool.translate(static_cast<double>(at.x), static_cast<double>(at.y), static_cast<double>(at.z));
                 const double toolVolume = volumeOf(tool);
                 solid->subtract(tool);
-                EXPECT_LE(measureOpenEdges(*solid).widestGap, 1e-6) << name << " at " << at.x << ' ' << at.y << ' ' << at.z;
+                EXPECT_LE(measureOpenEdges(*solid).widestGap, 1e-6)
+                    << name << " at " << at.x << ' ' << at.y << ' ' << at.z;
                 const double carved = before - volumeOf(*solid);
                 carvedByAll += carved;
                 EXPECT_TRUE(carved >= -1e-6 && carved <= toolVolume + 1e-6) << name << " lost " << carved;
