@@ -23,8 +23,19 @@ constexpr float farthest = 5e5f;
 constexpr float fastest = 5e3f;
 /// Where worms die, world units.
 constexpr float deathHeight = -10.0f;
+/// The airstrike's, in one turn.
+constexpr unsigned mostShots = 5;
+/// When the shooter dies in its own strike, that costs nothing and the turn passes at once: the team's next strike can
+/// begin while the rockets of the first still fall, and all of them count.
+constexpr unsigned mostFinished = 2 * mostShots;
 /// More nodes than a round of the bot can leave in the scene; each rocket that goes off at once leaves its smoke.
 constexpr std::size_t mostNodes = 2000;
+
+std::string text(const char* format, float value) {
+    char line[256];
+    std::snprintf(line, sizeof line, format, static_cast<double>(value));
+    return line;
+}
 
 std::string text(const char* format, const std::string& who, float value = 0.0f) {
     char line[256];
@@ -67,12 +78,24 @@ std::string faultOfWorm(const Worm& worm) {
     return {};
 }
 
+std::string faultOfWeapon(const WeaponEntry& entry) {
+    const Weapon& weapon = *entry.weapon;
+    if (entry.ammo < -1)
+        return text("there are %g shots left", static_cast<float>(entry.ammo));
+    if (weapon.getShotsFired() > mostShots)
+        return text("%g shots were fired in a turn", static_cast<float>(weapon.getShotsFired()));
+    if (weapon.getProjectilesFinished() > mostFinished)
+        return text("%g projectiles are gone", static_cast<float>(weapon.getProjectilesFinished()));
+    return {};
+}
+
 std::string faultOfTeam(const Team& team) {
     if (team.getWorms().empty())
         return text("team %s is empty", team.getName());
     for (const auto& entry : team.getWeapons())
-        if (entry->ammo < -1 || entry->weapon->getShotsFired() > 5 || entry->weapon->getProjectilesFinished() > 5)
-            return text("a weapon of team %s has miscounted: %g left", team.getName(), static_cast<float>(entry->ammo));
+        if (const std::string fault = faultOfWeapon(*entry); !fault.empty())
+            return "weapon " + std::to_string(entry->weapon->getWeaponIndex() + 1) + " of team " + team.getName() +
+                   " has miscounted: " + fault;
     for (const Worm* const worm : team.getWorms())
         if (std::string fault = faultOfWorm(*worm); !fault.empty())
             return fault;
@@ -88,7 +111,7 @@ std::string faultOfTeams(const std::vector<Team*>& teams) {
             active += worm->isActive() ? 1 : 0;
     }
     if (teams.size() > 1 && (active != 1 || !teams.back()->getCurrentWorm()->isActive()))
-        return text("%s worms have the turn: %g", "", static_cast<float>(active));
+        return text("%g worms have the turn", static_cast<float>(active));
     return {};
 }
 
@@ -113,7 +136,7 @@ std::string faultOfServices(const std::vector<Team*>& teams) {
 std::string faultOfNodes(const std::vector<Team*>& teams) {
     const std::vector<SceneNode*>& nodes = theModuleManager->getSceneRoot()->getChildren();
     if (nodes.size() > mostNodes)
-        return text("%sthe scene has %g nodes", "", static_cast<float>(nodes.size()));
+        return text("the scene has %g nodes", static_cast<float>(nodes.size()));
     for (SceneNode* const node : nodes) {
         if (!(largest(node->getPosition()) < farthest))
             return text("node %s is at an impossible place, %g", node->getNodeName(), largest(node->getPosition()));

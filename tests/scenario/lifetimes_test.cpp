@@ -337,6 +337,46 @@ TEST_F(Lifetimes, AStrikeGoesOffInOneFrameOnTwoSolidsAndTheWormsBetween) {
         });
 }
 
+TEST_F(Lifetimes, AStrikeBeginsWhileThatOfADeadWormStillFalls) {
+    data.writeTeams({{"A", {"A1", "A2"}, 2}, {"B", {"B1", "B2"}, 2}});
+    play([]() -> Script {
+        float x = -60.0f;
+        for (const Team* const team : theModuleManager->getTeamManager()->getTeams()) {
+            team->getWorms()[0]->setPosition(x, 15.1f, -60.0f);
+            team->getWorms()[1]->setPosition(x, 15.1f, 0.0f);
+            x += 120.0f;
+        }
+        Worm* const shooter = world::activeWorm();
+        const Team* const team = shooter->getTeam();
+        const WeaponEntry& strike = *team->getWeapons()[4];
+        headless::keyDown('E');
+        co_await takeWeapon(4);
+        co_await aimAt(-1.2f, 0.0f);
+        co_await pressFire(1);
+        shooter->applyDamage(1000.0f);
+        co_await frames(2);
+        EXPECT_EQ(strike.ammo, 1) << "a turn that ends with its worm costs nothing";
+        const Worm* const other = world::activeWorm();
+        EXPECT_NE(other->getTeam(), team);
+        co_await takeWeapon(3);
+        co_await aimAt(-1.2f, 0.0f);
+        co_await pressFire(1);
+        co_await until([&] { return world::activeWorm() != other; }, 200);
+        EXPECT_EQ(world::activeWorm()->getTeam(), team);
+        co_await takeWeapon(4);
+        co_await aimAt(-1.2f, 0.0f);
+        co_await pressFire(1);
+        EXPECT_GT(rocketsInFlight(), 5);
+        co_await until([] { return rocketsInFlight() == 0; }, 600);
+        EXPECT_EQ(strike.ammo, 0);
+        EXPECT_GT(strike.weapon->getProjectilesFinished(), 5u) << "those of both count";
+        headless::keyUp('E');
+        co_await frames(300);
+        EXPECT_EQ(teamsLeft(), 2);
+        EXPECT_NE(world::activeWorm()->getTeam(), team) << "the turn passed once";
+    });
+}
+
 TEST_F(Lifetimes, TheNextRoundBeginsFromEachViewWithAWeaponChargingInTheHand) {
     play([]() -> Script {
         for (const int view : {int{'Q'}, int{'E'}}) {
