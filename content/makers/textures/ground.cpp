@@ -76,7 +76,9 @@ Image heatherTexture() {
         const bool bloom = random.unit() < clamp(0.5 + 1.3 * patch, 0.12, 0.92);
         const Color twig =
             bloom ? rgb(0.68 * light, 0.38 * light, 0.64 * light) : rgb(0.34 * light, 0.38 * light, 0.16 * light);
-        stroke(image, x, y, pi / 2 + random.range(-0.9, 0.9), random.range(2.5, 6.5), bloom ? 1.05 : 0.8, twig);
+        const double length = random.range(2.5, 6.5);
+        const double lean = random.range(-0.9, 0.9);
+        stroke(image, x, y, pi / 2 + lean, length, bloom ? 1.05 : 0.8, twig);
     }
     return image;
 }
