@@ -16,8 +16,8 @@ void Script::advance() {
     handle.resume();
 }
 
-void Script::Awaiter::await_suspend(std::coroutine_handle<promise_type> handle) {
-    handle.promise().ready = condition;
+void Script::Awaiter::await_suspend(std::coroutine_handle<promise_type> waiting) {
+    waiting.promise().ready = condition;
 }
 
 Script::Awaiter Script::promise_type::await_transform(Script part) {

@@ -20,6 +20,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
 
 namespace {
@@ -42,7 +43,8 @@ struct Snapshot {
                           state.projection.size(),
                           state.modelview.back(),
                           state.vertexArray.enabled};
-        for (const GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_TEXTURE_2D, GL_CULL_FACE, GL_BLEND})
+        for (const GLenum capability :
+             std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_TEXTURE_2D, GL_CULL_FACE, GL_BLEND})
             snapshot.enables.push_back(headless::glEnabled(capability));
         return snapshot;
     }

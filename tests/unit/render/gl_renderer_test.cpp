@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 namespace {
 
 class GLRendererTest : public testing::Test {
@@ -22,8 +24,8 @@ protected:
 };
 
 TEST_F(GLRendererTest, SetsTheFixedState) {
-    for (const GLenum capability :
-         {GL_TEXTURE_2D, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE, GL_POLYGON_OFFSET_FILL, GL_LIGHTING, GL_LIGHT0})
+    for (const GLenum capability : std::initializer_list<GLenum>{GL_TEXTURE_2D, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE,
+                                                                 GL_POLYGON_OFFSET_FILL, GL_LIGHTING, GL_LIGHT0})
         EXPECT_TRUE(headless::glEnabled(capability)) << capability;
     const headless::GlSettings& settings = headless::glState().settings;
     EXPECT_EQ(settings.depthFunction, static_cast<GLenum>(GL_LEQUAL));

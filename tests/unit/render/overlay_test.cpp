@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 namespace {
 
 class Overlay : public testing::Test {
@@ -25,7 +27,8 @@ protected:
         texts = printedTexts();
         headless::recordGl(false);
         headless::captureGeometry(false);
-        for (const GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_TEXTURE_2D})
+        for (const GLenum capability :
+             std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_TEXTURE_2D})
             EXPECT_TRUE(headless::glEnabled(capability)) << capability;
         EXPECT_EQ(headless::glState().projection.size(), 1u);
         EXPECT_TRUE(headless::problems().empty());
