@@ -10,10 +10,10 @@ rocket_line='Rocket constructed'
 cut_line=' csgObject: Needed time for CSG boolean Operation '
 end_line='ModuleManager Destruktor'
 
-# Colours, as expressions for share: what a crater shows, and the labels of the two teams.
-bare_earth='r>g*1.2 && g>b*1.15 && r<0.75 && r>0.1'
-bracken='r>0.8 && g>0.6 && b<0.45'
-heather='r>0.75 && g<0.7 && b>0.75'
+# Colours, as share takes them: what a crater shows, and the labels of the two teams.
+bare_earth='r>1.2g g>1.15b r<0.75 r>0.1'
+bracken='r>0.8 g>0.6 b<0.45'
+heather='r>0.75 g<0.7 b>0.75'
 
 # How long a key is held so that several frames see it, even on a slow renderer; seconds.
 held=0.3

@@ -28,8 +28,8 @@ open_screen 1024x768
 start_game "$1" "$2"
 
 picture "$scratch/start.ppm"
-more_than 40 "$(share "$scratch/start.ppm" 'g>r*1.2 && g>b*1.5')" "grass in the picture"
-more_than 40 "$(share "$scratch/start.ppm" 'b>r*1.15 && b>g')" "sky and sea in the picture"
+more_than 40 "$(share "$scratch/start.ppm" 'g>1.2r g>1.5b')" "grass in the picture"
+more_than 40 "$(share "$scratch/start.ppm" 'b>1.15r b>g')" "sky and sea in the picture"
 turn_is_of bracken "$bracken" "$heather" start
 
 hold_key w 0.8

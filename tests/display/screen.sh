@@ -111,22 +111,23 @@ move_mouse() {
 
 # picture FILE: the screen as it is; .ppm is quick to write, .png small.
 picture() {
-  import -window root "$1"
+  import -window root -depth 8 "$1"
 }
+
+# The pictures' figures; tools/measure_picture.cpp says how colours and regions are written. Whoever starts a script that
+# asks for them says in MEASURE_PICTURE where that program is.
 
 # colour_at FILE X Y: "red green blue", 0 to 255 each.
 colour_at() {
-  convert "$1" -depth 8 -crop "1x1+$2+$3" rgb:- | od -An -tu1 | tr -s ' ' | sed 's/^ //; s/ $//'
+  "$MEASURE_PICTURE" colour "$@"
 }
 
-# share FILE EXPRESSION [REGION]: per mille of the pixels of the picture, or of a region WIDTHxHEIGHT+X+Y of it, for which
-# the ImageMagick expression over r, g and b (0 to 1) is true.
+# share FILE COLOUR [REGION]: per mille of the pixels of the picture, or of a region of it, that are of the colour.
 share() {
-  convert "$1" -alpha off -crop "${3:-1024x768+0+0}" +repage -resize 25% -fx "($2) ? 1 : 0" -colorspace Gray \
-    -format '%[fx:round(mean*1000)]' info:
+  "$MEASURE_PICTURE" share "$@"
 }
 
 # difference FILE FILE: mean difference of two pictures, per mille of full scale.
 difference() {
-  convert "$1" "$2" -alpha off -compose difference -composite -colorspace Gray -format '%[fx:round(mean*1000)]' info:
+  "$MEASURE_PICTURE" difference "$@"
 }
