@@ -121,7 +121,8 @@ Samples explosionSound() {
         return saturate(1.25 * sum);
     });
     for (int i = 0; i < 46; ++i) { // rubble comes down, ever smaller
-        const double when = 0.32 + 1.35 * random.unit() * random.unit();
+        const double chance = random.unit();
+        const double when = 0.32 + 1.35 * chance * random.unit();
         const double size = random.unit();
         addAt(samples, grain(mix(2600, 520, size), 2.5, mix(0.004, 0.016, size), random.bits()), samplesIn(when),
               mix(0.03, 0.13, size) * (1.9 - when));
