@@ -15,7 +15,7 @@ unable() {
 open_bare() {
   local suite=$1 archive="$PWD/build/bare/$1.tar" log
   bare_root=$PWD/build/bare/${2:-$1}
-  bare_packages=$PWD/build/bare/$suite-packages
+  bare_packages=$bare_root-packages
   [ "$(id -u)" -eq 0 ] || unable "only root may"
   unshare --mount --pid --fork true 2>/dev/null || unable "this system allows no mounts of one's own"
   is_debian || unable "this is no Debian system"
