@@ -91,7 +91,15 @@ void Weapon::projectileFinished() {
         lastProjectileGone();
 }
 
+void Weapon::forgetCharge() {
+    if (!isBuildingUp())
+        return;
+    charging = false;
+    chargeForgotten();
+}
+
 void Weapon::abandonTurn() {
+    forgetCharge();
     shotsFired = 0;
     turnEnding = false;
     projectilesFinished = 0;

@@ -37,9 +37,10 @@ public:
 
     /// A projectile of this weapon is gone.
     void projectileFinished();
-    /// Forgets the turn under way: its worm died. A charge that was building up is forgotten too, or the weapon would
-    /// go off by itself in the next hand that takes it.
+    /// Forgets the turn under way, a charge included: its worm died.
     void abandonTurn();
+    /// Forgets a charge that is building up, or the weapon would go off by itself in the next hand that takes it.
+    void forgetCharge();
 
 protected:
     /// Loads the model "./mesh/" + modelName as a child.
@@ -51,6 +52,10 @@ protected:
     virtual void fire() = 0;
     /// The last projectile in flight is gone.
     virtual void lastProjectileGone() {}
+    /// A charge that was building up is forgotten.
+    virtual void chargeForgotten() {}
+    /// Whether a charge is building up: begun and not out yet.
+    bool isBuildingUp() const { return charging && !fired; }
     bool hasProjectilesInFlight() const { return !inFlight.empty(); }
 
     /// Whether the view is that of the current worm's aim camera.

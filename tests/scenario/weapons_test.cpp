@@ -98,6 +98,56 @@ TEST_F(Weapons, ThePowerBarShowsTheChargeAndKeepsItUntilTheButtonIsReleased) {
     });
 }
 
+constexpr const char* chargingSound = "sound/sfx/ROCKETPOWERUP.wav";
+
+TEST_F(Weapons, ABazookaPutAwayForgetsItsCharge) {
+    play([]() -> Script {
+        const Worm* const shooter = world::activeWorm();
+        co_await takeWeapon(0);
+        const Weapon* const bazooka = shooter->weapon;
+        co_await aimAt(0.8f, 0.0f); // at the sky, where a strike has no target
+        headless::leftButton(true);
+        co_await frames(10);
+        co_await takeWeapon(0);
+        EXPECT_TRUE(bazooka->isCharging()) << "its own key changes nothing";
+        EXPECT_EQ(headless::playingOn(1), chargingSound);
+        co_await takeWeapon(4);
+        EXPECT_FALSE(bazooka->isCharging());
+        EXPECT_EQ(headless::playingOn(1), "");
+        headless::leftButton(false);
+        co_await frames(180);
+        co_await takeWeapon(0);
+        co_await frames(5);
+        EXPECT_EQ(bazooka->getShotsFired(), 0u) << "it goes off by itself";
+        co_await pressFire(30);
+        const auto rockets = nodesOfKind<Rocket>();
+        EXPECT_EQ(rockets.size(), 1u);
+        for (const Rocket* const rocket : rockets)
+            EXPECT_NEAR(rocket->getVelocity().length(), 48.0f, 3.5f);
+    });
+}
+
+TEST_F(Weapons, AChargeIsHeardNoLongerThanItLasts) {
+    play([]() -> Script {
+        for (const bool shooterEnds : {false, true}) {
+            Worm* const shooter = world::activeWorm();
+            co_await takeWeapon(0);
+            headless::leftButton(true);
+            co_await frames(5);
+            EXPECT_EQ(headless::playingOn(1), chargingSound);
+            (shooterEnds ? shooter : enemyOf(*shooter))->applyDamage(1000.0f);
+            co_await frames(2);
+            EXPECT_EQ(headless::playingOn(1), shooterEnds ? "" : chargingSound);
+            headless::tapKey(VK_RETURN);
+            co_await frames(2);
+            EXPECT_EQ(theModuleManager->getTeamManager()->getTeamCount(), 2);
+            EXPECT_EQ(headless::playingOn(1), "");
+            headless::leftButton(false);
+            co_await frames(60);
+        }
+    });
+}
+
 TEST_F(Weapons, DynamiteGoesOffWhenItsFuseHasBurntDown) {
     play([]() -> Script {
         const Worm* const worm = world::activeWorm();
