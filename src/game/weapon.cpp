@@ -31,8 +31,13 @@ Weapon::Weapon(Team* owningTeam, int index, const std::string& modelName, const 
 
 Weapon::~Weapon() {
     logLine("Weapon destructed\n");
+    disownProjectiles();
+}
+
+void Weapon::disownProjectiles() {
     for (Projectile* const projectile : inFlight)
         projectile->owner = nullptr;
+    inFlight.clear();
 }
 
 void Weapon::update() {
@@ -100,6 +105,10 @@ void Weapon::forgetCharge() {
 
 void Weapon::abandonTurn() {
     forgetCharge();
+    if (hasProjectilesInFlight()) {
+        disownProjectiles();
+        lastProjectileGone();
+    }
     shotsFired = 0;
     turnEnding = false;
     projectilesFinished = 0;
