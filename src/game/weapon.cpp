@@ -50,6 +50,8 @@ void Weapon::update() {
         endTurn();
         return;
     }
+    if (input->wasKeyboardLost())
+        forgetCharge();
     fire();
     if (!self.isGone())
         releaseButton();

@@ -148,6 +148,57 @@ TEST_F(Weapons, AChargeIsHeardNoLongerThanItLasts) {
     });
 }
 
+/// What a desktop says when the keyboard goes to another window; some give the keys and the button back before it says
+/// so, some after.
+void loseKeyboard(bool keysFirst) {
+    const auto giveBack = [] {
+        for (const int key : {int{VK_F2}, int{'W'}})
+            headless::keyUp(key);
+        headless::leftButton(false);
+    };
+    if (keysFirst)
+        giveBack();
+    headless::post(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, 0));
+    if (!keysFirst)
+        giveBack();
+}
+
+TEST_F(Weapons, LosingTheKeyboardFiresAndPressesNothing) {
+    play([]() -> Script {
+        const Worm* const shooter = world::activeWorm();
+        co_await takeWeapon(0);
+        const Weapon* const bazooka = shooter->weapon;
+        co_await aimAt(0.8f, 0.0f);
+        for (const bool keysFirst : {false, true}) {
+            headless::keyDown(VK_F2);
+            headless::keyDown('W');
+            headless::leftButton(true);
+            co_await frames(10);
+            loseKeyboard(keysFirst);
+            co_await frames(3);
+            EXPECT_FALSE(bazooka->isCharging());
+            EXPECT_EQ(headless::playingOn(1), "");
+            EXPECT_EQ(hud().getMessage(), "") << "F2 was not pressed";
+            const Vector3 place = shooter->getPosition();
+            co_await frames(10);
+            EXPECT_EQ(shooter->getPosition().z, place.z);
+        }
+        // A window that is minimised may hear nothing else.
+        headless::leftButton(true);
+        co_await frames(10);
+        headless::minimiseWindow();
+        headless::onIdle([] {
+            headless::restoreWindow();
+            headless::onIdle(nullptr);
+        });
+        co_await frames(3);
+        EXPECT_EQ(bazooka->getShotsFired(), 0u);
+        headless::leftButton(false);
+        co_await pressFire(20);
+        EXPECT_EQ(bazooka->getShotsFired(), 1u);
+    });
+}
+
 TEST_F(Weapons, DynamiteGoesOffWhenItsFuseHasBurntDown) {
     play([]() -> Script {
         const Worm* const worm = world::activeWorm();

@@ -43,16 +43,17 @@ void translateMotion(const SDL_MouseMotionEvent& event) {
     postMessage(WM_MOUSEMOVE, state.leftButton ? 1 : 0, packed(at.x, at.y));
 }
 
-/// Nothing may stay pressed that the window will not see released.
+/// Nothing may stay pressed that the window will not see released. It hears of its loss first, so that it can tell what
+/// is taken away from what is let go.
 void loseFocus() {
     Backend& state = backend();
     state.focused = false;
+    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
     for (const HeldKeys::Message& key : state.keys.releaseAll())
         postKey(key);
     if (state.leftButton)
         postButton(false);
     updateCapture();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
 }
 
 void gainFocus() {
