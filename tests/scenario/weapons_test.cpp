@@ -199,6 +199,33 @@ TEST_F(Weapons, LosingTheKeyboardFiresAndPressesNothing) {
     });
 }
 
+TEST_F(Weapons, ARayFromInsideAWormHasNoTarget) {
+    play([]() -> Script {
+        Worm* const worm = world::activeWorm();
+        Worm* const enemy = enemyOf(*worm);
+        worm->setPosition(-20.0f, 15.1f, 10.0f);
+        co_await takeWeapon(3);
+        headless::keyDown('E');
+        co_await aimAt(-1.2f, 0.0f);
+        EXPECT_TRUE(hud().isMarkerArmed());
+        const Vector3 place = worm->getPosition();
+        const Vector3 camera = place + Vector3(0.0f, 70.0f, 0.0f);
+        enemy->setPosition(camera + Vector3(2.0f, 7.0f, -1.0f));
+        co_await frames(2);
+        EXPECT_FALSE(hud().isMarkerArmed());
+        headless::leftButton(true);
+        co_await frames(3);
+        EXPECT_EQ(worm->weapon->getShotsFired(), 0u);
+        EXPECT_EQ((worm->getPosition() - place).length(), 0.0f);
+        enemy->setPosition(camera + Vector3(4.5f, 7.0f, -1.0f)); // beside it
+        co_await frames(3);
+        EXPECT_EQ(worm->weapon->getShotsFired(), 1u);
+        EXPECT_GT((worm->getPosition() - place).length(), 20.0f);
+        headless::leftButton(false);
+        headless::keyUp('E');
+    });
+}
+
 TEST_F(Weapons, DynamiteGoesOffWhenItsFuseHasBurntDown) {
     play([]() -> Script {
         const Worm* const worm = world::activeWorm();
