@@ -70,6 +70,24 @@ wait_until 5 eval "[ \$(grep -cx 'activate 1 0' $scratch/out) -ge 2 ]" || fail "
 move_mouse 17 0
 expect "move 17 0"
 
+# Time in which the program cannot run does not count: it is stopped, and its window is taken from the screen.
+no_frame_is_long() {
+  awk '$1 == "frame" && $3 > 250 { exit 1 }' "$scratch/out" || fail "$1: $(grep frame "$scratch/out" | tail -n 1)"
+}
+kill -STOP "$program_pid"
+sleep 1
+kill -CONT "$program_pid"
+sleep 0.3
+no_frame_is_long "the time in which the program was stopped is one frame"
+xdotool windowunmap "$first"
+wait_until 5 grep -q '^activate [01] 1' "$scratch/out" || fail "the window does not hear that it is minimised"
+sleep 1
+xdotool windowmap "$first"
+wait_until 5 eval "grep '^activate' $scratch/out | tail -n 1 | grep -q ' 0$'" || fail "the window does not hear that it is back"
+sleep 0.3
+no_frame_is_long "the time in which the window was minimised is one frame"
+xdotool windowfocus "$first"
+
 xdotool key Escape
 await_end 10
 [ "$program_status" = 0 ] || fail "Escape ends the program with status $program_status"

@@ -16,6 +16,8 @@ constexpr int width = 1024;
 constexpr int height = 768;
 /// Where the cursor is put back to after each motion.
 constexpr int anchor = 300;
+/// Frames longer than this are told of at any time, ms.
+constexpr DWORD longFrame = 250;
 
 struct Opened {
     HWND window = nullptr;
@@ -158,7 +160,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
         draw();
         SwapBuffers(opened.deviceContext);
         const DWORD now = GetTickCount();
-        if (frame < 60)
+        if (frame < 60 || now - last > longFrame)
             say("frame", frame, static_cast<long long>(now - last));
         last = now;
     }

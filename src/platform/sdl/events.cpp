@@ -67,6 +67,10 @@ void setMinimised(bool minimised) {
     if (state.window.minimised == minimised)
         return;
     state.window.minimised = minimised;
+    if (minimised)
+        stopClock();
+    else
+        resumeClock();
     postMessage(WM_ACTIVATE, MAKEWPARAM(state.focused ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
 }
 

@@ -7,6 +7,10 @@
 // the proportions). So every screen can take every mode, nobody is asked a question at the start, and a crash leaves
 // no strange resolution behind. A driver without frame buffer objects shows the picture unscaled in a corner.
 //
+// Time. The tick stands while the window is minimised, and a gap of more than a quarter of a second between two frames
+// is one step of it (frame_clock.h): nobody's turn passes while the game cannot run. A duration measured across such a
+// gap inside a frame comes out short.
+//
 // A window appears with the first look at the message queue or the first frame, not before: one that is replaced at
 // once, as the game's first is, never flashes up. A minimised window makes PeekMessageA nap, or the waiting loop would
 // use a whole processor.

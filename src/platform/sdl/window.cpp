@@ -177,6 +177,8 @@ BOOL DestroyWindow(HWND window) {
     state.keys.releaseAll();
     state.leftButton = false;
     state.focused = false;
+    if (state.window.minimised)
+        resumeClock();
     state.window = {};
     state.windowOpen = false;
     return TRUE;
