@@ -1,5 +1,6 @@
 // The parts of the SDL desktop that need no SDL.
 
+#include "platform/sdl/box_answer.h"
 #include "platform/sdl/frame_clock.h"
 #include "platform/sdl/held_keys.h"
 #include "platform/sdl/key_map.h"
@@ -178,6 +179,18 @@ TEST(VirtualCursor, IsHiddenBelowACountOfZero) {
     EXPECT_TRUE(cursor.hidden()) << "hidden twice, shown once";
     cursor.show(true);
     EXPECT_FALSE(cursor.hidden());
+}
+
+TEST(BoxAnswer, AQuestionThatIsClosedIsANo) {
+    const UINT question = MB_YESNO | MB_ICONEXCLAMATION;
+    const UINT notice = MB_OK | MB_ICONSTOP;
+    EXPECT_EQ(boxAnswer(question, IDYES), IDYES);
+    EXPECT_EQ(boxAnswer(question, IDNO), IDNO);
+    EXPECT_EQ(boxAnswer(question, -1), IDNO) << "closed by its frame";
+    EXPECT_EQ(boxAnswer(question, std::nullopt), IDYES) << "it could not be shown: the game goes on";
+    EXPECT_EQ(boxAnswer(notice, IDOK), IDOK);
+    EXPECT_EQ(boxAnswer(notice, -1), IDOK);
+    EXPECT_EQ(boxAnswer(notice, std::nullopt), IDOK);
 }
 
 TEST(Letterbox, KeepsTheProportionsInTheMiddle) {
