@@ -6,6 +6,8 @@
 #include "platform/gl.h"
 #include "platform/win32.h"
 
+#include <SDL.h>
+
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -146,6 +148,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     MSG message{};
     DWORD last = GetTickCount();
     say("start", started, last);
+    say("textinput", SDL_IsTextInputActive(), 0);
     for (int frame = 0;; ++frame) {
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
             if (message.message == WM_QUIT)

@@ -88,8 +88,11 @@ bool startDesktop() {
     const char* wanted = std::getenv("SDL_VIDEODRIVER");
     const bool asked = isSet("SDL_VIDEODRIVER");
     const bool started = startVideo();
-    if (started && (asked || isReal(SDL_GetCurrentVideoDriver())))
+    if (started && (asked || isReal(SDL_GetCurrentVideoDriver()))) {
+        // On from the start, it hands every letter to an input method first, and one that composes keeps it.
+        SDL_StopTextInput();
         return true;
+    }
     if (asked)
         std::cerr << "brackenmoor: the video driver named by SDL_VIDEODRIVER, \"" << wanted
                   << "\", cannot be used: " << SDL_GetError() << ".\n";
