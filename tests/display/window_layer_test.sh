@@ -46,6 +46,9 @@ move_mouse -10 25
 expect "move -10 25"
 move_mouse 3000 -3000
 expect "move 3000 -3000"
+tap_key F5
+expect "up 116 0"
+if said "button 1 0" || said "move 123 0"; then fail "a touch screen is taken for a mouse"; fi
 xdotool mousedown 1
 expect "button 1 0"
 picture "$scratch/full.ppm"

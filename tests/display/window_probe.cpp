@@ -1,6 +1,7 @@
 // A program of the game's shape without the game: it opens a window and a context as the game does, closes both and
 // opens them again in full screen, and writes one line for everything the desktop tells it. Escape or a quit message
-// ends it. The display tests drive it with real keys and a real mouse.
+// ends it. The display tests drive it with real keys and a real mouse; F5 makes a tap on a touch screen, which no
+// virtual display has.
 
 #include "platform/fsound.h"
 #include "platform/gl.h"
@@ -35,6 +36,23 @@ void say(const char* what, long long first, long long second) {
     std::fflush(stdout);
 }
 
+/// What SDL makes of a tap besides its touch events.
+void tapTouchScreen() {
+    for (const bool down : {true, false}) {
+        SDL_Event event{};
+        event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.button.which = SDL_TOUCH_MOUSEID;
+        event.button.button = SDL_BUTTON_LEFT;
+        event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
+        SDL_PushEvent(&event);
+    }
+    SDL_Event motion{};
+    motion.type = SDL_MOUSEMOTION;
+    motion.motion.which = SDL_TOUCH_MOUSEID;
+    motion.motion.xrel = 123;
+    SDL_PushEvent(&motion);
+}
+
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CLOSE:
@@ -50,6 +68,8 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         return 0;
     case WM_KEYDOWN:
         escape = escape || wParam == static_cast<WPARAM>(VK_ESCAPE);
+        if (wParam == static_cast<WPARAM>(VK_F5))
+            tapTouchScreen();
         say("down", static_cast<long long>(wParam), 0);
         return 1;
     case WM_KEYUP:

@@ -36,7 +36,7 @@ void translateKey(const SDL_KeyboardEvent& event) {
 void translateMotion(const SDL_MouseMotionEvent& event) {
     Backend& state = backend();
     // A pointer that is not captured belongs to the desktop, not to the game.
-    if (SDL_GetRelativeMouseMode() != SDL_TRUE)
+    if (SDL_GetRelativeMouseMode() != SDL_TRUE || event.which == SDL_TOUCH_MOUSEID)
         return;
     state.cursor.move(event.xrel, event.yrel);
     const POINT at = state.cursor.position();
@@ -82,6 +82,12 @@ void resized(int width, int height) {
     window.width = width;
     window.height = height;
     postMessage(WM_SIZE, 0, packed(width, height));
+}
+
+/// A touch screen is no mouse here: a tap would fire.
+void translateButton(const SDL_MouseButtonEvent& event) {
+    if (event.button == SDL_BUTTON_LEFT && event.which != SDL_TOUCH_MOUSEID)
+        postButton(event.state == SDL_PRESSED);
 }
 
 void translateWindowEvent(const SDL_WindowEvent& event) {
@@ -138,8 +144,7 @@ void translateEvent(const SDL_Event& event) {
         break;
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP:
-        if (event.button.button == SDL_BUTTON_LEFT)
-            postButton(event.button.state == SDL_PRESSED);
+        translateButton(event.button);
         break;
     case SDL_WINDOWEVENT:
         translateWindowEvent(event.window);
