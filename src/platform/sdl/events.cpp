@@ -2,6 +2,7 @@
 
 #include "platform/sdl/backend.h"
 #include "platform/sdl/key_map.h"
+#include "platform/sdl/sound_device.h"
 
 static_assert(SDL_SCANCODE_A == 4 && SDL_SCANCODE_1 == 30 && SDL_SCANCODE_F1 == 58 && SDL_SCANCODE_LALT == 226,
               "the key map counts on SDL's scancodes being USB usage numbers");
@@ -149,6 +150,11 @@ void translateEvent(const SDL_Event& event) {
     case SDL_WINDOWEVENT:
         translateWindowEvent(event.window);
         break;
+    case SDL_AUDIODEVICEREMOVED:
+        // Devices that nobody has open, which have the number 0, come and go as they like.
+        if (event.adevice.iscapture == 0 && event.adevice.which != 0)
+            loseSoundDevice();
+        break;
     default:
         break;
     }
@@ -164,6 +170,7 @@ BOOL PeekMessageA(MSG* message, HWND, UINT, UINT, UINT remove) {
     Backend& state = backend();
     showWaitingWindow();
     pump();
+    regainSoundDevice();
     const bool removed = (remove & PM_REMOVE) != 0;
     if (!state.queue.empty()) {
         *message = state.queue.front();
