@@ -76,8 +76,16 @@ bool InputControl::wasKeyPressed(int virtualKey) const {
     return index < keyCount && keyPressed[index];
 }
 
+void InputControl::loseKeyboard() {
+    keyDown.fill(false);
+    keyPressed.fill(false);
+    leftButtonDown = false;
+    keyboardLost = true;
+}
+
 void InputControl::resetFrame() {
     keyPressed.fill(false);
+    keyboardLost = false;
     mouseDeltaX = mouseAccumX;
     mouseDeltaY = mouseAccumY;
     mouseAccumX = 0.0f;

@@ -5,6 +5,10 @@
 //
 // The mouse is captured: the cursor is hidden and pinned at one screen position, and each move away from it is measured
 // and undone at once. Virtual-key codes outside 0 to 255 are consumed and ignored.
+//
+// When the keyboard goes to another window, whatever is held is taken away rather than let go: it counts as no press,
+// and what a held button began is void. Desktops tell so before or after they report the keys and the button as up, or
+// report nothing of them.
 
 #include "platform/win32.h"
 
@@ -27,6 +31,10 @@ public:
     /// Whether the key went up, after its going down was seen, since the last `resetFrame`.
     bool wasKeyPressed(int virtualKey) const;
     bool isLeftButtonDown() const { return leftButtonDown; }
+    /// Takes away whatever is held, and the presses of this frame: another window has the keyboard now.
+    void loseKeyboard();
+    /// Whether the keyboard was lost since the last `resetFrame`.
+    bool wasKeyboardLost() const { return keyboardLost; }
     /// Mouse motion of the last completed frame in pixels x sensitivity; right and down are positive.
     float getMouseDeltaX() const { return mouseDeltaX; }
     float getMouseDeltaY() const { return mouseDeltaY; }
@@ -46,5 +54,6 @@ private:
     float mouseAccumY = 0.0f;
     float mouseSensitivity = 0.005f;
     bool leftButtonDown = false;
+    bool keyboardLost = false;
     bool cursorVisible = false;
 };

@@ -54,6 +54,8 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
         return 0;
     case WM_ACTIVATE:
         windowActive = HIWORD(wParam) == 0;
+        if (LOWORD(wParam) == WA_INACTIVE)
+            theModuleManager->getInputControl()->loseKeyboard();
         return 0;
     case WM_SYSCOMMAND:
         if (wParam == SC_SCREENSAVE || wParam == SC_MONITORPOWER)

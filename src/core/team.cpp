@@ -155,6 +155,8 @@ void Team::selectWeapon(WeaponEntry& entry) {
         const bool spent = entry.ammo <= 0 && entry.ammo != -1;
         if (held->getShotsFired() != 0 || spent)
             return;
+        if (held != entry.weapon.get())
+            held->forgetCharge();
         worm.removeChild(held);
         worm.addChild(entry.weapon.get());
     }

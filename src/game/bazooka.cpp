@@ -30,6 +30,14 @@ Bazooka::Bazooka(Team* owningTeam) : Weapon(owningTeam, index, "bazooka", "Bazoo
 
 Bazooka::~Bazooka() {
     logLine("Bazooka destructed\n");
+    if (isBuildingUp())
+        Bazooka::chargeForgotten();
+}
+
+void Bazooka::chargeForgotten() {
+    // At shutdown the sound goes before the scene.
+    if (SoundControl* const sound = theModuleManager->getSoundControl())
+        sound->stop(powerUpSound);
 }
 
 bool Bazooka::showMarks() {

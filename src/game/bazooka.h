@@ -2,7 +2,8 @@
 
 // Weapon 0: held down, the fire button charges it; let go, or after the longest charge, a rocket leaves along the aim
 // with a speed proportional to the charge. Between the launch and the button's release the power bar keeps the charge
-// at the moment of the launch.
+// at the moment of the launch. A charge that leads to no launch (the weapon is put away, its worm ends, the keyboard
+// goes to another window) is forgotten and its sound ends.
 
 #include "game/weapon.h"
 
@@ -16,6 +17,7 @@ public:
 private:
     bool showMarks() override;
     void fire() override;
+    void chargeForgotten() override;
     /// Charge in ms.
     void launch(std::uint32_t charge);
 

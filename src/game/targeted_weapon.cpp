@@ -31,8 +31,19 @@ bool TargetedWeapon::findTarget() {
     targetPacket.radius = rayRadius;
     targetPacket.worldPosition = camera.getWorldPosition();
     targetPacket.worldVelocity = normalized(camera.getViewDirection()) * rayLength;
+    if (isInsideAnotherWorm(targetPacket.worldPosition))
+        return false;
     theModuleManager->getCollisionDetection()->moveToContact(&targetPacket, theModuleManager->getSceneRoot());
     if (targetPacket.foundCollision)
         theModuleManager->getHud()->armTargetMarker();
     return targetPacket.foundCollision;
+}
+
+bool TargetedWeapon::isInsideAnotherWorm(const Vector3& centre) const {
+    bool inside = false;
+    theModuleManager->getSceneRoot()->forEachChild([&](SceneNode* node) {
+        const Worm* const worm = node->asWorm();
+        inside = inside || (worm != nullptr && worm != team->getCurrentWorm() && worm->overlaps(centre));
+    });
+    return inside;
 }

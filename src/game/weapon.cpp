@@ -31,8 +31,13 @@ Weapon::Weapon(Team* owningTeam, int index, const std::string& modelName, const 
 
 Weapon::~Weapon() {
     logLine("Weapon destructed\n");
+    disownProjectiles();
+}
+
+void Weapon::disownProjectiles() {
     for (Projectile* const projectile : inFlight)
         projectile->owner = nullptr;
+    inFlight.clear();
 }
 
 void Weapon::update() {
@@ -45,6 +50,8 @@ void Weapon::update() {
         endTurn();
         return;
     }
+    if (input->wasKeyboardLost())
+        forgetCharge();
     fire();
     if (!self.isGone())
         releaseButton();
@@ -91,7 +98,19 @@ void Weapon::projectileFinished() {
         lastProjectileGone();
 }
 
+void Weapon::forgetCharge() {
+    if (!isBuildingUp())
+        return;
+    charging = false;
+    chargeForgotten();
+}
+
 void Weapon::abandonTurn() {
+    forgetCharge();
+    if (hasProjectilesInFlight()) {
+        disownProjectiles();
+        lastProjectileGone();
+    }
     shotsFired = 0;
     turnEnding = false;
     projectilesFinished = 0;

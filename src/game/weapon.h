@@ -7,8 +7,9 @@
 // highlight, the weapon's own marks, then either its firing step with the release of the button, or the end of the
 // turn. A worm updates its children several times a frame; all timing therefore comes from ticks and flags.
 //
-// A weapon belongs to its team and dies with it. Projectiles in flight know it as their owner: they register at birth,
-// and a dying weapon makes them ownerless.
+// A weapon belongs to its team and dies with it. Projectiles in flight know it as their owner: they register at birth.
+// A weapon that dies makes them ownerless, and so does one whose turn is abandoned: what they would report belongs to
+// no later turn.
 
 #include "core/scene_node.h"
 
@@ -37,9 +38,10 @@ public:
 
     /// A projectile of this weapon is gone.
     void projectileFinished();
-    /// Forgets the turn under way: its worm died. A charge that was building up is forgotten too, or the weapon would
-    /// go off by itself in the next hand that takes it.
+    /// Forgets the turn under way, with its charge and what is in flight: its worm died.
     void abandonTurn();
+    /// Forgets a charge that is building up, or the weapon would go off by itself in the next hand that takes it.
+    void forgetCharge();
 
 protected:
     /// Loads the model "./mesh/" + modelName as a child.
@@ -49,8 +51,12 @@ protected:
     virtual bool showMarks() = 0;
     /// One frame of firing. May destroy the weapon.
     virtual void fire() = 0;
-    /// The last projectile in flight is gone.
+    /// The last projectile in flight is gone, or disowned.
     virtual void lastProjectileGone() {}
+    /// A charge that was building up is forgotten.
+    virtual void chargeForgotten() {}
+    /// Whether a charge is building up: begun and not out yet.
+    bool isBuildingUp() const { return charging && !fired; }
     bool hasProjectilesInFlight() const { return !inFlight.empty(); }
 
     /// Whether the view is that of the current worm's aim camera.
@@ -76,6 +82,7 @@ protected:
 private:
     friend class Projectile;
 
+    void disownProjectiles();
     void releaseButton();
     void endTurn();
     void passTurn();

@@ -259,6 +259,10 @@ void Worm::placeCameras() {
     theModuleManager->getHud()->setWeaponList(&team->getWeapons());
 }
 
+bool Worm::overlaps(const Vector3& centre) const {
+    return ((bodyPacket.worldPosition - centre) / bodyRadius).length() < 2.0f;
+}
+
 bool Worm::isDead() const {
     return bodyPacket.worldPosition.y < deathHeight || getHealth() <= 0.0f;
 }

@@ -51,6 +51,8 @@ public:
     float getPitch() const { return pitch; }
     float getYaw() const { return yaw; }
     bool isOnGround() const { return onGround; }
+    /// Whether an ellipsoid with the body's radii, centred there, would overlap the body.
+    bool overlaps(const Vector3& centre) const;
     const LabelNode& getLabel() const { return *label; }
     const MilkShapeModel& getModel() const { return *model; }
 

@@ -259,7 +259,8 @@ int ShowCursor(BOOL show);
 LONG ChangeDisplaySettingsA(DEVMODEA* mode, DWORD flags);
 /// Shows a modal message box and returns the button pressed.
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
-/// Milliseconds since the system started, in steps of 15 or 16; wraps at 2^32.
+/// Milliseconds since the system started, in steps of 15 or 16; wraps at 2^32. Time in which the window is minimised or
+/// the program could not run may be left out.
 DWORD GetTickCount();
 
 // GL contexts.

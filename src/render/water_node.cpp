@@ -8,6 +8,7 @@
 #include "render/texture_manager.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -17,7 +18,9 @@ constexpr float detailRepeats = 150.0f;
 /// Keeps the two layers from lying on one another.
 constexpr float detailShift = 0.5f;
 /// Milliseconds in which the drift's angle grows by one radian.
-constexpr float driftPeriod = 10000.0f;
+constexpr double driftPeriod = 10000.0;
+/// Radians.
+constexpr double fullTurn = 2.0 * std::numbers::pi;
 
 } // namespace
 
@@ -84,7 +87,8 @@ void WaterNode::disableLayer(GLenum unit) const {
 }
 
 void WaterNode::drawSurface() const {
-    const float angle = static_cast<float>(timer->getLastTick()) / driftPeriod;
+    // In single precision the tick itself loses its milliseconds within hours, and the sea moves in jerks.
+    const auto angle = static_cast<float>(std::fmod(timer->getLastTick() / driftPeriod, fullTurn));
     const float s = std::sin(angle);
     const float c = std::cos(angle);
     const float detailS = c + detailShift;

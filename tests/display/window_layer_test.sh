@@ -27,6 +27,8 @@ expect "activate 1 0"
 sleep 1.5
 frames_are_paced || fail "frames are not paced by the tick: $(grep frame "$scratch/out" | tr '\n' ';')"
 
+# Or an input method that composes would keep the letters for itself.
+expect "textinput 0 0"
 tap_key w
 expect "down 87 0"
 expect "up 87 0"
@@ -44,6 +46,9 @@ move_mouse -10 25
 expect "move -10 25"
 move_mouse 3000 -3000
 expect "move 3000 -3000"
+tap_key F5
+expect "up 116 0"
+if said "button 1 0" || said "move 123 0"; then fail "a touch screen is taken for a mouse"; fi
 xdotool mousedown 1
 expect "button 1 0"
 picture "$scratch/full.ppm"
@@ -69,6 +74,24 @@ xdotool windowfocus "$first"
 wait_until 5 eval "[ \$(grep -cx 'activate 1 0' $scratch/out) -ge 2 ]" || fail "the window does not come back"
 move_mouse 17 0
 expect "move 17 0"
+
+# Time in which the program cannot run does not count: it is stopped, and its window is taken from the screen.
+no_frame_is_long() {
+  awk '$1 == "frame" && $3 > 250 { exit 1 }' "$scratch/out" || fail "$1: $(grep frame "$scratch/out" | tail -n 1)"
+}
+kill -STOP "$program_pid"
+sleep 1
+kill -CONT "$program_pid"
+sleep 0.3
+no_frame_is_long "the time in which the program was stopped is one frame"
+xdotool windowunmap "$first"
+wait_until 5 grep -q '^activate [01] 1' "$scratch/out" || fail "the window does not hear that it is minimised"
+sleep 1
+xdotool windowmap "$first"
+wait_until 5 eval "grep '^activate' $scratch/out | tail -n 1 | grep -q ' 0$'" || fail "the window does not hear that it is back"
+sleep 0.3
+no_frame_is_long "the time in which the window was minimised is one frame"
+xdotool windowfocus "$first"
 
 xdotool key Escape
 await_end 10

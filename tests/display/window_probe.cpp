@@ -1,10 +1,13 @@
 // A program of the game's shape without the game: it opens a window and a context as the game does, closes both and
 // opens them again in full screen, and writes one line for everything the desktop tells it. Escape or a quit message
-// ends it. The display tests drive it with real keys and a real mouse.
+// ends it. The display tests drive it with real keys and a real mouse; F5 makes a tap on a touch screen, which no
+// virtual display has.
 
 #include "platform/fsound.h"
 #include "platform/gl.h"
 #include "platform/win32.h"
+
+#include <SDL.h>
 
 #include <array>
 #include <cstdio>
@@ -16,6 +19,8 @@ constexpr int width = 1024;
 constexpr int height = 768;
 /// Where the cursor is put back to after each motion.
 constexpr int anchor = 300;
+/// Frames longer than this are told of at any time, ms.
+constexpr DWORD longFrame = 250;
 
 struct Opened {
     HWND window = nullptr;
@@ -29,6 +34,23 @@ bool active = true;
 void say(const char* what, long long first, long long second) {
     std::printf("%s %lld %lld\n", what, first, second);
     std::fflush(stdout);
+}
+
+/// What SDL makes of a tap besides its touch events.
+void tapTouchScreen() {
+    for (const bool down : {true, false}) {
+        SDL_Event event{};
+        event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.button.which = SDL_TOUCH_MOUSEID;
+        event.button.button = SDL_BUTTON_LEFT;
+        event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
+        SDL_PushEvent(&event);
+    }
+    SDL_Event motion{};
+    motion.type = SDL_MOUSEMOTION;
+    motion.motion.which = SDL_TOUCH_MOUSEID;
+    motion.motion.xrel = 123;
+    SDL_PushEvent(&motion);
 }
 
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -46,6 +68,8 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         return 0;
     case WM_KEYDOWN:
         escape = escape || wParam == static_cast<WPARAM>(VK_ESCAPE);
+        if (wParam == static_cast<WPARAM>(VK_F5))
+            tapTouchScreen();
         say("down", static_cast<long long>(wParam), 0);
         return 1;
     case WM_KEYUP:
@@ -144,6 +168,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     MSG message{};
     DWORD last = GetTickCount();
     say("start", started, last);
+    say("textinput", SDL_IsTextInputActive(), 0);
     for (int frame = 0;; ++frame) {
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
             if (message.message == WM_QUIT)
@@ -158,7 +183,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
         draw();
         SwapBuffers(opened.deviceContext);
         const DWORD now = GetTickCount();
-        if (frame < 60)
+        if (frame < 60 || now - last > longFrame)
             say("frame", frame, static_cast<long long>(now - last));
         last = now;
     }

@@ -25,9 +25,6 @@ constexpr float fastest = 5e3f;
 constexpr float deathHeight = -10.0f;
 /// The airstrike's, in one turn.
 constexpr unsigned mostShots = 5;
-/// When the shooter dies in its own strike, that costs nothing and the turn passes at once: the team's next strike can
-/// begin while the rockets of the first still fall, and all of them count.
-constexpr unsigned mostFinished = 2 * mostShots;
 /// More nodes than a round of the bot can leave in the scene; each rocket that goes off at once leaves its smoke.
 constexpr std::size_t mostNodes = 2000;
 
@@ -84,7 +81,7 @@ std::string faultOfWeapon(const WeaponEntry& entry) {
         return text("there are %g shots left", static_cast<float>(entry.ammo));
     if (weapon.getShotsFired() > mostShots)
         return text("%g shots were fired in a turn", static_cast<float>(weapon.getShotsFired()));
-    if (weapon.getProjectilesFinished() > mostFinished)
+    if (weapon.getProjectilesFinished() > mostShots)
         return text("%g projectiles are gone", static_cast<float>(weapon.getProjectilesFinished()));
     return {};
 }

@@ -337,6 +337,32 @@ TEST_F(Lifetimes, AStrikeGoesOffInOneFrameOnTwoSolidsAndTheWormsBetween) {
         });
 }
 
+TEST_F(Lifetimes, AShooterThatEndsBeforeItsRocketLeavesNoFinishedShotBehind) {
+    data.writeTeams({{"A", {"A1", "A2"}, 2}, {"B", {"B1", "B2"}, 2}});
+    play([]() -> Script {
+        Worm* const shooter = world::activeWorm();
+        const Team* const team = shooter->getTeam();
+        co_await takeWeapon(0);
+        const Weapon* const bazooka = shooter->weapon;
+        co_await aimAt(1.3f, 0.0f);
+        co_await pressFire(60);
+        EXPECT_EQ(rocketsInFlight(), 1);
+        shooter->applyDamage(1000.0f);
+        co_await frames(2);
+        co_await until([] { return rocketsInFlight() == 0; }, 400);
+        EXPECT_EQ(bazooka->getProjectilesFinished(), 0u);
+        co_await fireBazooka(0.8f, 0.0f, 10); // the other team's
+        const Worm* const heir = world::activeWorm();
+        EXPECT_EQ(heir->getTeam(), team);
+        co_await takeWeapon(0);
+        co_await aimAt(1.3f, 0.0f);
+        co_await pressFire(60);
+        co_await frames(180);
+        EXPECT_EQ(rocketsInFlight(), 1);
+        EXPECT_EQ(world::activeWorm(), heir) << "its turn passed with its rocket in the air";
+    });
+}
+
 TEST_F(Lifetimes, AStrikeBeginsWhileThatOfADeadWormStillFalls) {
     data.writeTeams({{"A", {"A1", "A2"}, 2}, {"B", {"B1", "B2"}, 2}});
     play([]() -> Script {
@@ -369,7 +395,7 @@ TEST_F(Lifetimes, AStrikeBeginsWhileThatOfADeadWormStillFalls) {
         EXPECT_GT(rocketsInFlight(), 5);
         co_await until([] { return rocketsInFlight() == 0; }, 600);
         EXPECT_EQ(strike.ammo, 0);
-        EXPECT_GT(strike.weapon->getProjectilesFinished(), 5u) << "those of both count";
+        EXPECT_EQ(strike.weapon->getProjectilesFinished(), 4u) << "all but the one that ended the turn";
         headless::keyUp('E');
         co_await frames(300);
         EXPECT_EQ(teamsLeft(), 2);

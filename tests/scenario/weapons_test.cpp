@@ -98,6 +98,134 @@ TEST_F(Weapons, ThePowerBarShowsTheChargeAndKeepsItUntilTheButtonIsReleased) {
     });
 }
 
+constexpr const char* chargingSound = "sound/sfx/ROCKETPOWERUP.wav";
+
+TEST_F(Weapons, ABazookaPutAwayForgetsItsCharge) {
+    play([]() -> Script {
+        const Worm* const shooter = world::activeWorm();
+        co_await takeWeapon(0);
+        const Weapon* const bazooka = shooter->weapon;
+        co_await aimAt(0.8f, 0.0f); // at the sky, where a strike has no target
+        headless::leftButton(true);
+        co_await frames(10);
+        co_await takeWeapon(0);
+        EXPECT_TRUE(bazooka->isCharging()) << "its own key changes nothing";
+        EXPECT_EQ(headless::playingOn(1), chargingSound);
+        co_await takeWeapon(4);
+        EXPECT_FALSE(bazooka->isCharging());
+        EXPECT_EQ(headless::playingOn(1), "");
+        headless::leftButton(false);
+        co_await frames(180);
+        co_await takeWeapon(0);
+        co_await frames(5);
+        EXPECT_EQ(bazooka->getShotsFired(), 0u) << "it goes off by itself";
+        co_await pressFire(30);
+        const auto rockets = nodesOfKind<Rocket>();
+        EXPECT_EQ(rockets.size(), 1u);
+        for (const Rocket* const rocket : rockets)
+            EXPECT_NEAR(rocket->getVelocity().length(), 48.0f, 3.5f);
+    });
+}
+
+TEST_F(Weapons, AChargeIsHeardNoLongerThanItLasts) {
+    play([]() -> Script {
+        for (const bool shooterEnds : {false, true}) {
+            Worm* const shooter = world::activeWorm();
+            co_await takeWeapon(0);
+            headless::leftButton(true);
+            co_await frames(5);
+            EXPECT_EQ(headless::playingOn(1), chargingSound);
+            (shooterEnds ? shooter : enemyOf(*shooter))->applyDamage(1000.0f);
+            co_await frames(2);
+            EXPECT_EQ(headless::playingOn(1), shooterEnds ? "" : chargingSound);
+            headless::tapKey(VK_RETURN);
+            co_await frames(2);
+            EXPECT_EQ(theModuleManager->getTeamManager()->getTeamCount(), 2);
+            EXPECT_EQ(headless::playingOn(1), "");
+            headless::leftButton(false);
+            co_await frames(60);
+        }
+    });
+}
+
+/// What a desktop says when the keyboard goes to another window; some give the keys and the button back before it says
+/// so, some after.
+void loseKeyboard(bool keysFirst) {
+    const auto giveBack = [] {
+        for (const int key : {int{VK_F2}, int{'W'}})
+            headless::keyUp(key);
+        headless::leftButton(false);
+    };
+    if (keysFirst)
+        giveBack();
+    headless::post(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, 0));
+    if (!keysFirst)
+        giveBack();
+}
+
+TEST_F(Weapons, LosingTheKeyboardFiresAndPressesNothing) {
+    play([]() -> Script {
+        const Worm* const shooter = world::activeWorm();
+        co_await takeWeapon(0);
+        const Weapon* const bazooka = shooter->weapon;
+        co_await aimAt(0.8f, 0.0f);
+        for (const bool keysFirst : {false, true}) {
+            headless::keyDown(VK_F2);
+            headless::keyDown('W');
+            headless::leftButton(true);
+            co_await frames(10);
+            loseKeyboard(keysFirst);
+            co_await frames(3);
+            EXPECT_FALSE(bazooka->isCharging());
+            EXPECT_EQ(headless::playingOn(1), "");
+            EXPECT_EQ(hud().getMessage(), "") << "F2 was not pressed";
+            const Vector3 place = shooter->getPosition();
+            co_await frames(10);
+            EXPECT_EQ(shooter->getPosition().z, place.z);
+        }
+        // A window that is minimised may hear nothing else.
+        headless::leftButton(true);
+        co_await frames(10);
+        headless::minimiseWindow();
+        headless::onIdle([] {
+            headless::restoreWindow();
+            headless::onIdle(nullptr);
+        });
+        co_await frames(3);
+        EXPECT_EQ(bazooka->getShotsFired(), 0u);
+        headless::leftButton(false);
+        co_await pressFire(20);
+        EXPECT_EQ(bazooka->getShotsFired(), 1u);
+    });
+}
+
+TEST_F(Weapons, ARayFromInsideAWormHasNoTarget) {
+    play([]() -> Script {
+        Worm* const worm = world::activeWorm();
+        Worm* const enemy = enemyOf(*worm);
+        worm->setPosition(-20.0f, 15.1f, 10.0f);
+        co_await takeWeapon(3);
+        headless::keyDown('E');
+        co_await aimAt(-1.2f, 0.0f);
+        EXPECT_TRUE(hud().isMarkerArmed());
+        const Vector3 place = worm->getPosition();
+        const Vector3 camera = place + Vector3(0.0f, 70.0f, 0.0f);
+        enemy->setPosition(camera + Vector3(2.0f, 7.0f, -1.0f));
+        co_await frames(2);
+        EXPECT_FALSE(hud().isMarkerArmed());
+        headless::leftButton(true);
+        co_await frames(3);
+        EXPECT_EQ(worm->weapon->getShotsFired(), 0u);
+        EXPECT_EQ((worm->getPosition() - place).length(), 0.0f);
+        enemy->setPosition(camera + Vector3(4.5f, 7.0f, -1.0f)); // beside it
+        co_await frames(3);
+        EXPECT_EQ(worm->weapon->getShotsFired(), 1u);
+        EXPECT_GT((worm->getPosition() - place).length(), 20.0f);
+        headless::leftButton(false);
+        headless::keyUp('E');
+    });
+}
+
 TEST_F(Weapons, DynamiteGoesOffWhenItsFuseHasBurntDown) {
     play([]() -> Script {
         const Worm* const worm = world::activeWorm();

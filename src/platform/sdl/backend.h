@@ -53,6 +53,9 @@ void translateEvent(const SDL_Event& event);
 
 /// Sets the clock up from the environment.
 void startClock();
+/// Lets the clock stand, and run on from there.
+void stopClock();
+void resumeClock();
 /// Sleeps until the tick has moved on since the last call.
 void waitForTick();
 

@@ -2,6 +2,7 @@
 
 #include "platform/sdl/backend.h"
 #include "platform/sdl/key_map.h"
+#include "platform/sdl/sound_device.h"
 
 static_assert(SDL_SCANCODE_A == 4 && SDL_SCANCODE_1 == 30 && SDL_SCANCODE_F1 == 58 && SDL_SCANCODE_LALT == 226,
               "the key map counts on SDL's scancodes being USB usage numbers");
@@ -36,23 +37,24 @@ void translateKey(const SDL_KeyboardEvent& event) {
 void translateMotion(const SDL_MouseMotionEvent& event) {
     Backend& state = backend();
     // A pointer that is not captured belongs to the desktop, not to the game.
-    if (SDL_GetRelativeMouseMode() != SDL_TRUE)
+    if (SDL_GetRelativeMouseMode() != SDL_TRUE || event.which == SDL_TOUCH_MOUSEID)
         return;
     state.cursor.move(event.xrel, event.yrel);
     const POINT at = state.cursor.position();
     postMessage(WM_MOUSEMOVE, state.leftButton ? 1 : 0, packed(at.x, at.y));
 }
 
-/// Nothing may stay pressed that the window will not see released.
+/// Nothing may stay pressed that the window will not see released. It hears of its loss first, so that it can tell what
+/// is taken away from what is let go.
 void loseFocus() {
     Backend& state = backend();
     state.focused = false;
+    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
     for (const HeldKeys::Message& key : state.keys.releaseAll())
         postKey(key);
     if (state.leftButton)
         postButton(false);
     updateCapture();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
 }
 
 void gainFocus() {
@@ -66,6 +68,10 @@ void setMinimised(bool minimised) {
     if (state.window.minimised == minimised)
         return;
     state.window.minimised = minimised;
+    if (minimised)
+        stopClock();
+    else
+        resumeClock();
     postMessage(WM_ACTIVATE, MAKEWPARAM(state.focused ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
 }
 
@@ -77,6 +83,12 @@ void resized(int width, int height) {
     window.width = width;
     window.height = height;
     postMessage(WM_SIZE, 0, packed(width, height));
+}
+
+/// A touch screen is no mouse here: a tap would fire.
+void translateButton(const SDL_MouseButtonEvent& event) {
+    if (event.button == SDL_BUTTON_LEFT && event.which != SDL_TOUCH_MOUSEID)
+        postButton(event.state == SDL_PRESSED);
 }
 
 void translateWindowEvent(const SDL_WindowEvent& event) {
@@ -133,11 +145,15 @@ void translateEvent(const SDL_Event& event) {
         break;
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP:
-        if (event.button.button == SDL_BUTTON_LEFT)
-            postButton(event.button.state == SDL_PRESSED);
+        translateButton(event.button);
         break;
     case SDL_WINDOWEVENT:
         translateWindowEvent(event.window);
+        break;
+    case SDL_AUDIODEVICEREMOVED:
+        // Devices that nobody has open, which have the number 0, come and go as they like.
+        if (event.adevice.iscapture == 0 && event.adevice.which != 0)
+            loseSoundDevice();
         break;
     default:
         break;
@@ -154,6 +170,7 @@ BOOL PeekMessageA(MSG* message, HWND, UINT, UINT, UINT remove) {
     Backend& state = backend();
     showWaitingWindow();
     pump();
+    regainSoundDevice();
     const bool removed = (remove & PM_REMOVE) != 0;
     if (!state.queue.empty()) {
         *message = state.queue.front();

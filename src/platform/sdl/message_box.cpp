@@ -1,9 +1,10 @@
 #include "platform/sdl/backend.h"
+#include "platform/sdl/box_answer.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -18,8 +19,8 @@ Uint32 iconOf(UINT type) {
     return (type & MB_ICONEXCLAMATION) == MB_ICONEXCLAMATION ? SDL_MESSAGEBOX_WARNING : SDL_MESSAGEBOX_ERROR;
 }
 
-/// The button pressed, or a negative number when no box can be shown.
-int ask(LPCSTR text, LPCSTR caption, UINT type, SDL_Window* parent) {
+/// The button pressed, a negative number when the box was closed by its frame, nothing when none can be shown.
+std::optional<int> ask(LPCSTR text, LPCSTR caption, UINT type, SDL_Window* parent) {
     constexpr SDL_MessageBoxButtonData okay{SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, IDOK, "OK"};
     constexpr SDL_MessageBoxButtonData yes{SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, IDYES, "Yes"};
     constexpr SDL_MessageBoxButtonData no{SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT, IDNO, "No"};
@@ -33,24 +34,21 @@ int ask(LPCSTR text, LPCSTR caption, UINT type, SDL_Window* parent) {
     box.numbuttons = question ? 2 : 1;
     box.buttons = buttons.data();
     int button = -1;
-    return SDL_ShowMessageBox(&box, &button) == 0 ? button : -1;
+    if (SDL_ShowMessageBox(&box, &button) != 0)
+        return std::nullopt;
+    return button;
 }
 
 } // namespace
 
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
     writeLine(text, caption);
-    const bool question = (type & MB_YESNO) != 0;
-    const int agreed = question ? IDYES : IDOK;
     if (environmentIs("BRACKENMOOR_BOXES", "no"))
-        return question ? IDNO : IDOK;
+        return boxAnswer(type, IDNO);
     if (environmentIs("BRACKENMOOR_BOXES", "yes"))
-        return agreed;
+        return boxAnswer(type, IDYES);
     SDL_SetRelativeMouseMode(SDL_FALSE);
-    const int button = ask(text, caption, type, owner != nullptr ? owner->window : nullptr);
+    const std::optional<int> button = ask(text, caption, type, owner != nullptr ? owner->window : nullptr);
     updateCapture();
-    if (button == IDOK || button == IDYES || button == IDNO)
-        return button;
-    // The line on stderr is all that could be shown; a box closed by its frame is a No where there is one.
-    return button == -1 && question ? IDYES : agreed;
+    return boxAnswer(type, button);
 }

@@ -2,10 +2,19 @@
 
 // The desktop on SDL2: one window with a compatibility GL context, the mixer, and the process entry.
 //
-// Full screen. The desktop keeps its own mode; a mode asked for becomes a borderless window over the whole screen, and
-// the game's picture, drawn into a buffer of the size it asked for, is scaled into the middle of it (black bars keep
-// the proportions). So every screen can take every mode, nobody is asked a question at the start, and a crash leaves
-// no strange resolution behind. A driver without frame buffer objects shows the picture unscaled in a corner.
+// Full screen. The desktop keeps its own mode; a mode asked for becomes a borderless window over the whole primary
+// screen, and the game's picture, drawn into a buffer of the size it asked for, is scaled into the middle of it (black
+// bars keep the proportions). So every screen can take every mode, nobody is asked a question at the start, and a crash
+// leaves no strange resolution behind. A driver without frame buffer objects shows the picture unscaled in a corner.
+//
+// Time. The tick stands while the window is minimised, and a gap of more than a quarter of a second between two frames
+// is one step of it (frame_clock.h): nobody's turn passes while the game cannot run. A duration measured across such a
+// gap inside a frame comes out short.
+//
+// Input. Keys go by their place on the keyboard; nothing is typed, so input methods are kept out. A touch screen is no
+// mouse. When another window gets the keyboard, WM_ACTIVATE says so before whatever is held goes up.
+//
+// Sound. A device that goes away is replaced (sound_device.h).
 //
 // A window appears with the first look at the message queue or the first frame, not before: one that is replaced at
 // once, as the game's first is, never flashes up. A minimised window makes PeekMessageA nap, or the waiting loop would

@@ -3,19 +3,23 @@
 #include "platform/fsound.h"
 
 #include "platform/sdl/quiet_stderr.h"
+#include "platform/sdl/sound_device.h"
 #include "platform/sdl/wave_file.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <map>
+#include <string>
 #include <vector>
 
 struct FSOUND_STREAM {
-    Mix_Chunk* chunk = nullptr; ///< null without a sound device
+    std::string fileName;
+    Mix_Chunk* chunk = nullptr; ///< null while it was never played with a sound device there
     bool looping = false;
     int channel = -1; ///< where it was started last
 };
@@ -27,9 +31,18 @@ constexpr int blockSize = 1024;
 /// Bytes; ten minutes at 48000 Hz fit. Converted it stays below the 2 GB that the mixer can count.
 constexpr std::uintmax_t largestFile = std::uintmax_t{128} << 20;
 
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds timeBetweenTries{1};
+
 bool mixerOpen = false;
+/// What the mixer was opened with.
+int openRate = 0;
+int openChannels = 0;
+/// It was open, and its device went away.
+bool deviceLost = false;
+Clock::time_point nextTry;
 /// Which stream a channel was given last; a stream that is stopped must not silence its successor.
-std::map<int, const FSOUND_STREAM*> channelOwner;
+std::map<int, FSOUND_STREAM*> channelOwner;
 
 bool owns(const FSOUND_STREAM* stream) {
     const auto found = channelOwner.find(stream->channel);
@@ -44,9 +57,26 @@ void halt(FSOUND_STREAM* stream) {
     channelOwner.erase(stream->channel);
 }
 
-bool openMixer(int mixRate) {
+/// In this very format on every device: the sounds are decoded for it, and stay when the device changes.
+bool openMixer() {
     const QuietStderr quiet;
-    return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 && Mix_OpenAudio(mixRate, AUDIO_S16SYS, 2, blockSize) == 0;
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
+        return false;
+    if (Mix_OpenAudioDevice(openRate, AUDIO_S16SYS, 2, blockSize, nullptr, 0) != 0) {
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        return false;
+    }
+    mixerOpen = true;
+    Mix_AllocateChannels(openChannels);
+    return true;
+}
+
+void closeMixer() {
+    if (!mixerOpen)
+        return;
+    Mix_CloseAudio();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    mixerOpen = false;
 }
 
 bool isFile(const char* fileName) {
@@ -79,39 +109,64 @@ Mix_Chunk* decode(const char* fileName) {
     return Mix_LoadWAV_RW(SDL_RWFromConstMem(plain.data(), static_cast<int>(plain.size())), 1);
 }
 
+/// Lets the mixer play a stream on its channel; without a device it succeeds in silence.
+bool sound(FSOUND_STREAM& stream) {
+    if (!mixerOpen)
+        return true;
+    if (stream.chunk == nullptr)
+        stream.chunk = decode(stream.fileName.c_str());
+    // A channel that plays is cut off by the mixer itself.
+    return stream.chunk == nullptr || Mix_PlayChannel(stream.channel, stream.chunk, stream.looping ? -1 : 0) >= 0;
+}
+
 } // namespace
 
+void loseSoundDevice() {
+    if (!mixerOpen)
+        return;
+    closeMixer();
+    deviceLost = true;
+    nextTry = Clock::now();
+}
+
+void regainSoundDevice() {
+    if (!deviceLost || Clock::now() < nextTry)
+        return;
+    nextTry = Clock::now() + timeBetweenTries;
+    deviceLost = !openMixer();
+    if (deviceLost)
+        return;
+    for (const auto& [channel, stream] : channelOwner)
+        if (stream->looping)
+            sound(*stream);
+}
+
 signed char FSOUND_Init(int mixRate, int maxSoftwareChannels, unsigned int) {
-    if (!openMixer(mixRate)) {
+    openRate = mixRate;
+    openChannels = maxSoftwareChannels;
+    if (!openMixer())
         std::cerr << "brackenmoor: no sound: " << SDL_GetError() << '\n';
-        return 1;
-    }
-    mixerOpen = true;
-    Mix_AllocateChannels(maxSoftwareChannels);
     return 1;
 }
 
 void FSOUND_Close() {
     channelOwner.clear();
-    if (!mixerOpen)
-        return;
-    Mix_CloseAudio();
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    mixerOpen = false;
+    closeMixer();
+    deviceLost = false;
 }
 
 FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int, int) {
     Mix_Chunk* chunk = mixerOpen ? decode(fileName) : nullptr;
     if (mixerOpen ? chunk == nullptr : !isFile(fileName))
         return nullptr;
-    return new FSOUND_STREAM{chunk, (mode & FSOUND_LOOP_NORMAL) != 0, -1};
+    return new FSOUND_STREAM{fileName, chunk, (mode & FSOUND_LOOP_NORMAL) != 0, -1};
 }
 
 signed char FSOUND_Stream_Close(FSOUND_STREAM* stream) {
     if (stream == nullptr)
         return 0;
     halt(stream);
-    if (stream->chunk != nullptr && mixerOpen)
+    if (stream->chunk != nullptr)
         Mix_FreeChunk(stream->chunk);
     delete stream;
     return 1;
@@ -123,10 +178,7 @@ int FSOUND_Stream_Play(int channel, FSOUND_STREAM* stream) {
     halt(stream);
     stream->channel = channel;
     channelOwner[channel] = stream;
-    // A channel that plays is cut off by the mixer itself.
-    if (stream->chunk != nullptr && Mix_PlayChannel(channel, stream->chunk, stream->looping ? -1 : 0) < 0)
-        return -1;
-    return channel;
+    return sound(*stream) ? channel : -1;
 }
 
 signed char FSOUND_Stream_Stop(FSOUND_STREAM* stream) {

@@ -32,21 +32,19 @@ void askForContext() {
 
 SDL_Window* openWindow(const char* title, int width, int height, bool fullscreen) {
     askForContext();
-    SDL_DisplayMode screen{};
-    if (fullscreen && SDL_GetDesktopDisplayMode(0, &screen) == 0) {
-        // Asked for in full, so that it covers the screen where no window manager stretches it.
-        width = screen.w;
-        height = screen.h;
-    }
+    // SDL's first screen is the primary one, wherever it lies.
+    SDL_Rect place{SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height};
+    // Asked for in full, so that it covers the screen where no window manager stretches it.
+    if (fullscreen && SDL_GetDisplayBounds(0, &place) != 0)
+        place = {0, 0, width, height};
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN;
     flags |=
         fullscreen ? static_cast<Uint32>(SDL_WINDOW_FULLSCREEN_DESKTOP) : static_cast<Uint32>(SDL_WINDOW_RESIZABLE);
-    const int place = fullscreen ? 0 : SDL_WINDOWPOS_CENTERED;
-    SDL_Window* window = SDL_CreateWindow(title, place, place, width, height, flags);
+    SDL_Window* window = SDL_CreateWindow(title, place.x, place.y, place.w, place.h, flags);
     if (window == nullptr) {
         // Some drivers have no depth buffer of 24 bits.
         SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
-        window = SDL_CreateWindow(title, place, place, width, height, flags);
+        window = SDL_CreateWindow(title, place.x, place.y, place.w, place.h, flags);
     }
     if (window == nullptr)
         std::cerr << "brackenmoor: the window cannot be opened: " << SDL_GetError() << '\n';
@@ -88,8 +86,11 @@ bool startDesktop() {
     const char* wanted = std::getenv("SDL_VIDEODRIVER");
     const bool asked = isSet("SDL_VIDEODRIVER");
     const bool started = startVideo();
-    if (started && (asked || isReal(SDL_GetCurrentVideoDriver())))
+    if (started && (asked || isReal(SDL_GetCurrentVideoDriver()))) {
+        // On from the start, it hands every letter to an input method first, and one that composes keeps it.
+        SDL_StopTextInput();
         return true;
+    }
     if (asked)
         std::cerr << "brackenmoor: the video driver named by SDL_VIDEODRIVER, \"" << wanted
                   << "\", cannot be used: " << SDL_GetError() << ".\n";
@@ -177,6 +178,8 @@ BOOL DestroyWindow(HWND window) {
     state.keys.releaseAll();
     state.leftButton = false;
     state.focused = false;
+    if (state.window.minimised)
+        resumeClock();
     state.window = {};
     state.windowOpen = false;
     return TRUE;

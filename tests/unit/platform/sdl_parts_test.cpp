@@ -1,5 +1,7 @@
 // The parts of the SDL desktop that need no SDL.
 
+#include "platform/sdl/box_answer.h"
+#include "platform/sdl/frame_clock.h"
 #include "platform/sdl/held_keys.h"
 #include "platform/sdl/key_map.h"
 #include "platform/sdl/letterbox.h"
@@ -118,6 +120,42 @@ TEST(Tick, AStartAskedForIsTheNearestStepAfter) {
     }
 }
 
+TEST(FrameClock, AGapOfMoreThanAQuarterOfASecondIsOneStep) {
+    FrameClock clock;
+    clock.set(1000, 50);
+    clock.endFrame(53);
+    EXPECT_EQ(clock.read(69), 1019u) << "a quarter of a second passes in full";
+    clock.endFrame(69);
+    clock.endFrame(69 + 17);
+    EXPECT_EQ(clock.lastFrame(), 1020u);
+    clock.endFrame(86 + 1280);
+    EXPECT_EQ(clock.lastFrame(), 1021u) << "after 20 s";
+    EXPECT_EQ(clock.read(1366 + 2), 1023u) << "it runs on from there";
+}
+
+TEST(FrameClock, NeverRunsBackwards) {
+    FrameClock clock;
+    clock.set(1000, 0);
+    EXPECT_EQ(clock.read(12), 1012u) << "within a frame that then takes very long";
+    EXPECT_EQ(clock.read(400), 1012u);
+    clock.endFrame(410);
+    EXPECT_EQ(clock.lastFrame(), 1012u);
+    EXPECT_EQ(clock.read(411), 1013u);
+}
+
+TEST(FrameClock, StandsWhileItIsToldTo) {
+    FrameClock clock;
+    clock.set(1000, 0);
+    clock.stop(5);
+    EXPECT_TRUE(clock.isStanding());
+    EXPECT_EQ(clock.read(12), 1005u);
+    EXPECT_EQ(clock.read(9000), 1005u);
+    clock.start(9001);
+    EXPECT_EQ(clock.read(9004), 1008u);
+    clock.start(9009); // it runs already
+    EXPECT_EQ(clock.read(9010), 1014u);
+}
+
 TEST(VirtualCursor, MovesFreelyAndIsPutBack) {
     VirtualCursor cursor;
     cursor.place(300, 300);
@@ -141,6 +179,18 @@ TEST(VirtualCursor, IsHiddenBelowACountOfZero) {
     EXPECT_TRUE(cursor.hidden()) << "hidden twice, shown once";
     cursor.show(true);
     EXPECT_FALSE(cursor.hidden());
+}
+
+TEST(BoxAnswer, AQuestionThatIsClosedIsANo) {
+    const UINT question = MB_YESNO | MB_ICONEXCLAMATION;
+    const UINT notice = MB_OK | MB_ICONSTOP;
+    EXPECT_EQ(boxAnswer(question, IDYES), IDYES);
+    EXPECT_EQ(boxAnswer(question, IDNO), IDNO);
+    EXPECT_EQ(boxAnswer(question, -1), IDNO) << "closed by its frame";
+    EXPECT_EQ(boxAnswer(question, std::nullopt), IDYES) << "it could not be shown: the game goes on";
+    EXPECT_EQ(boxAnswer(notice, IDOK), IDOK);
+    EXPECT_EQ(boxAnswer(notice, -1), IDOK);
+    EXPECT_EQ(boxAnswer(notice, std::nullopt), IDOK);
 }
 
 TEST(Letterbox, KeepsTheProportionsInTheMiddle) {

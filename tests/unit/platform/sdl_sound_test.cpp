@@ -2,6 +2,7 @@
 // constant sample value, so the file tells what played when.
 
 #include "platform/fsound.h"
+#include "platform/sdl/sound_device.h"
 #include "platform/sdl/wave_file.h"
 
 #include <gtest/gtest.h>
@@ -196,6 +197,44 @@ TEST_F(SdlSound, AFileCutShortAnywhereHasNoMoreThanItsWholeSamples) {
         }
     }
     FSOUND_Close();
+}
+
+TEST_F(SdlSound, ALostDeviceIsRegainedAndWhatLoopsGoesOn) {
+    FSOUND_STREAM* low = open("low.wav");
+    FSOUND_STREAM* high = open("high.wav");
+    FSOUND_STREAM* once = open("high.wav");
+    FSOUND_STREAM* gone = open("high.wav");
+    FSOUND_Stream_SetMode(low, 0x2000 | FSOUND_LOOP_NORMAL);
+    FSOUND_Stream_Play(0, low);
+    FSOUND_Stream_Play(2, once);
+    FSOUND_Stream_Play(3, gone);
+    setenv("SDL_AUDIODRIVER", "no such driver", 1);
+    loseSoundDevice();
+    regainSoundDevice();
+    FSOUND_STREAM* late = open("low.wav");
+    EXPECT_NE(late, nullptr);
+    FSOUND_Stream_SetMode(high, 0x2000 | FSOUND_LOOP_NORMAL);
+    EXPECT_EQ(FSOUND_Stream_Play(1, high), 1);
+    FSOUND_Stream_Close(gone);
+    setenv("SDL_AUDIODRIVER", "disk", 1); // which begins its file anew
+    regainSoundDevice();
+    listen(1050);
+    regainSoundDevice();
+    listen(300);
+    EXPECT_EQ(FSOUND_Stream_Play(4, late), 4);
+    listen(200);
+    for (FSOUND_STREAM* const stream : {low, high, once, late})
+        FSOUND_Stream_Close(stream);
+    FSOUND_Close();
+    std::size_t both = 0;
+    std::size_t withLate = 0;
+    for (const Stretch& stretch : heard()) {
+        both += stretch.value == 4000 ? stretch.length : 0;
+        withLate += stretch.value == 5000 ? stretch.length : 0;
+        EXPECT_LE(stretch.value, 5000) << "what ends by itself was played again";
+    }
+    EXPECT_GT(both, std::size_t{rate} / 10);
+    EXPECT_EQ(withLate, static_cast<std::size_t>(rate * 30 / 1000));
 }
 
 TEST(SdlSoundWithoutDevice, EverythingSucceedsInSilence) {

@@ -62,6 +62,23 @@ TEST_F(WaterAndLabel, TheSeaDriftsInTwoLayers) {
     headless::recordGl(false);
 }
 
+TEST_F(WaterAndLabel, TheSeaStillDriftsAfterWeeks) {
+    WaterNode water;
+    water.update();
+    std::uint32_t tick = 25u * 24 * 3600 * 1000;
+    services.tick(tick);
+    for (int frame = 0; frame < 20; ++frame) {
+        services.tick(16);
+        tick += 16;
+        headless::recordGl(true);
+        water.draw();
+        const double angle = tick / 10000.0;
+        EXPECT_NEAR(recorded("glMultiTexCoord2fARB")[2][1], std::sin(angle), 1e-6) << frame;
+        EXPECT_NEAR(recorded("glMultiTexCoord2fARB")[2][2], std::cos(angle), 1e-6) << frame;
+        headless::recordGl(false);
+    }
+}
+
 TEST_F(WaterAndLabel, WithoutMultitextureOneLayerIsDrawn) {
     headless::setGlExtensions("");
     theModuleManager->getRenderer();
