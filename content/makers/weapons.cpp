@@ -1,11 +1,14 @@
 // Makes the weapons and projectiles. A held weapon's node sits at the worm's middle and points along +z; the model
 // stands off to the worm's right (-x) and a little below, where it shows at the lower right of the aim view, whose eye
-// is that middle. Projectiles are centred on their own middle; the rocket flies along +y.
+// is that middle. Projectiles are centred on their own middle; the rocket flies along +y, and the matrix that turns it
+// into its flight mirrors as well: its faces are wound the other way.
 
 #include "exact_math.h"
 #include "model_builder.h"
 #include "ms3d_writer.h"
 #include "swatches.h"
+
+#include <utility>
 
 namespace {
 
@@ -164,8 +167,16 @@ Model airstrike() {
     return model;
 }
 
-bool write(const std::filesystem::path& directory, const char* name, Model model) {
+/// Turns every face over, but not its normals.
+void rewind(Model& model) {
+    for (ModelFace& face : model.faces)
+        std::swap(face.corners[1], face.corners[2]);
+}
+
+bool write(const std::filesystem::path& directory, const char* name, Model model, bool drawnMirrored = false) {
     smoothNormals(model, 50);
+    if (drawnMirrored)
+        rewind(model);
     return writeMs3d(directory / (std::string(name) + ".ms3d"), model);
 }
 
@@ -176,7 +187,7 @@ int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
     const std::filesystem::path directory = argv[1];
-    const bool done = write(directory, "bazooka", bazooka()) && write(directory, "rocket", rocket()) &&
+    const bool done = write(directory, "bazooka", bazooka()) && write(directory, "rocket", rocket(), true) &&
                       write(directory, "shotgun", shotgun()) && write(directory, "dynamite", dynamite()) &&
                       write(directory, "dynamiteprojectile", dynamiteProjectile()) &&
                       write(directory, "beamer", beamer()) && write(directory, "airstrike", airstrike());

@@ -1,14 +1,64 @@
 // What the shipped models and the font look like, as far as play depends on it.
 
+#include "game/rocket.h"
+#include "render/milkshape_model.h"
 #include "support/test_data.h"
+#include "support/test_services.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace {
+
+/// Corners as they are drawn in the model's present pose, three a triangle, in model space.
+std::vector<Vector3> drawnCorners(const MilkShapeModel& model) {
+    std::vector<Vector3> corners;
+    for (const ModelTriangle& triangle : model.getTriangles()) {
+        for (const std::uint32_t index : triangle.vertexIndices) {
+            const ModelVertex& vertex = model.getVertices()[index];
+            corners.push_back(
+                vertex.boneId < 0
+                    ? vertex.position
+                    : model.getJoints()[static_cast<std::size_t>(vertex.boneId)].final.transform(vertex.position));
+        }
+    }
+    return corners;
+}
+
+/// Positive when the triangles, thus turned, show their outsides.
+float volume(const std::vector<Vector3>& corners, const Matrix& turn) {
+    float sixfold = 0;
+    for (std::size_t i = 0; i + 2 < corners.size(); i += 3) {
+        const Vector3 a = turn.transform(corners[i]);
+        sixfold += a.dot(turn.transform(corners[i + 1]).cross(turn.transform(corners[i + 2])));
+    }
+    return sixfold / 6;
+}
+
+class PictureData : public testing::Test {
+protected:
+    ShippedData data;
+    TestServices services;
+};
+
+TEST_F(PictureData, ModelsShowTheirOutsides) {
+    for (const char* const name : {"airstrike", "bazooka", "beamer", "dynamite", "dynamiteprojectile", "shotgun"}) {
+        MilkShapeModel model(name);
+        ASSERT_TRUE(model.load(name));
+        EXPECT_GT(volume(drawnCorners(model), Matrix()), 0.2f) << name;
+    }
+    // In flight the rocket's matrix mirrors.
+    auto* const rocket = new Rocket(Vector3(0, 50, 0), Vector3(3, 2, 1), nullptr);
+    services.frame(10);
+    MilkShapeModel model("rocket");
+    ASSERT_TRUE(model.load("rocket"));
+    EXPECT_GT(volume(drawnCorners(model), rocket->getRotationMatrix()), 0.2f);
+}
 
 TEST(FontData, GlyphsStandInTheHalfOfTheirCellsThatTextShows) {
     const ShippedData data;
