@@ -42,6 +42,15 @@ float volume(const std::vector<Vector3>& corners, const Matrix& turn) {
 
 class PictureData : public testing::Test {
 protected:
+    /// The worm's model in its first pose, or at the end of some milliseconds of a clip.
+    static void play(MilkShapeModel& model, const TestServices& services, const char* clip, unsigned milliseconds) {
+        ASSERT_TRUE(model.load("wurm"));
+        model.update();
+        model.setAnimation(clip);
+        services.tick(milliseconds);
+        model.update();
+    }
+
     ShippedData data;
     TestServices services;
 };
@@ -58,6 +67,21 @@ TEST_F(PictureData, ModelsShowTheirOutsides) {
     MilkShapeModel model("rocket");
     ASSERT_TRUE(model.load("rocket"));
     EXPECT_GT(volume(drawnCorners(model), rocket->getRotationMatrix()), 0.2f);
+}
+
+TEST_F(PictureData, AJumpLastsItsFlightAndEndsAsIdleBegins) {
+    MilkShapeModel jump("jump");
+    play(jump, services, "jump", 1995);
+    EXPECT_EQ(jump.getCurrentAnimation(), "jump");
+    const std::vector<Vector3> last = drawnCorners(jump);
+    services.tick(5);
+    jump.update();
+    EXPECT_EQ(jump.getCurrentAnimation(), "idle");
+    const std::vector<Vector3> first = drawnCorners(jump);
+    float furthest = 0;
+    for (std::size_t i = 0; i < first.size(); ++i)
+        furthest = std::max(furthest, (first[i] - last[i]).length());
+    EXPECT_LT(furthest, 0.05f);
 }
 
 TEST(FontData, GlyphsStandInTheHalfOfTheirCellsThatTextShows) {
