@@ -130,7 +130,7 @@ void shootModel(Stage& stage, const std::string& modelName) {
     for (const char* const clip : {"idle", "walk", "jump"}) {
         model.setAnimation(clip);
         for (int moment = 0; moment < 4; ++moment) {
-            const Vector3 eye = normalized(sides[static_cast<std::size_t>(moment)].direction) * 16.0f;
+            const Vector3 eye = normalized(sides[static_cast<std::size_t>(moment)].direction) * 11.0f;
             stage.shoot(model, eye, Vector3(0, 0, 0), name + "-" + clip + "-" + std::to_string(moment));
             stage.advance(12);
         }

@@ -1,6 +1,10 @@
 // What the shipped models and the font look like, as far as play depends on it.
 
+#include "core/team.h"
+#include "game/collision_detection.h"
+#include "game/collision_packet.h"
 #include "game/rocket.h"
+#include "game/worm.h"
 #include "render/milkshape_model.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
@@ -8,10 +12,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
+#include <set>
 
 namespace {
 
@@ -82,6 +87,73 @@ TEST_F(PictureData, AJumpLastsItsFlightAndEndsAsIdleBegins) {
     for (std::size_t i = 0; i < first.size(); ++i)
         furthest = std::max(furthest, (first[i] - last[i]).length());
     EXPECT_LT(furthest, 0.05f);
+}
+
+/// The cells of a grid that a model covers for an eye on the x axis (across = z) or on the z axis.
+class Silhouette {
+public:
+    static constexpr float cell = 0.1f;
+
+    Silhouette(const std::vector<Vector3>& corners, float Vector3::*across) {
+        for (std::size_t i = 0; i + 2 < corners.size(); i += 3)
+            add({corners[i].*across, corners[i].y, 0}, {corners[i + 1].*across, corners[i + 1].y, 0},
+                {corners[i + 2].*across, corners[i + 2].y, 0});
+    }
+
+    std::size_t size() const { return cells.size(); }
+    /// Middles of the cells above a height, from the lowest row to the highest: (across, height).
+    std::vector<std::pair<float, float>> above(float height) const {
+        std::vector<std::pair<float, float>> points;
+        for (const auto& [row, column] : cells)
+            if (static_cast<float>(row) * cell >= height)
+                points.emplace_back(static_cast<float>(column) * cell, static_cast<float>(row) * cell);
+        return points;
+    }
+
+private:
+    void add(const Vector3& a, const Vector3& b, const Vector3& c) {
+        const auto first = [](float x) { return static_cast<int>(std::ceil(x / cell)); };
+        for (int row = first(std::min({a.y, b.y, c.y})); row < first(std::max({a.y, b.y, c.y})); ++row)
+            for (int column = first(std::min({a.x, b.x, c.x})); column < first(std::max({a.x, b.x, c.x})); ++column)
+                if (pointInTriangle({static_cast<float>(column) * cell, static_cast<float>(row) * cell, 0}, a, b, c))
+                    cells.emplace(row, column);
+    }
+
+    std::set<std::pair<int, int>> cells;
+};
+
+TEST_F(PictureData, TheWormThatOneSeesIsTheWormThatOneHits) {
+    constexpr std::size_t pellets = 21;
+    BoundingBox nowhere;
+    Team team{"team", &nowhere, 1, 1, 1, {}, 0};
+    auto* const worm = new Worm("worm", &team);
+    SceneNode* const root = theModuleManager->getSceneRoot();
+    root->addChild(worm);
+    worm->setPosition(Vector3(10, 20, 30));
+    services.frame(10);
+    const Vector3 middle = worm->getWorldPosition();
+    const std::vector<Vector3> corners = drawnCorners(worm->getModel());
+    for (float Vector3::*const across : {&Vector3::x, &Vector3::z}) {
+        const Silhouette silhouette(corners, across);
+        // Lower down there is the tail that it stands on.
+        const auto bulk = silhouette.above(-2.5f);
+        ASSERT_GE(bulk.size(), silhouette.size() * 7 / 10);
+        std::size_t hits = 0;
+        for (std::size_t i = 0; i < pellets; ++i) {
+            const auto [aside, height] = bulk[(2 * i + 1) * bulk.size() / (2 * pellets)];
+            Vector3 offset(0, height, 0);
+            offset.*across = aside;
+            Vector3 flight(0, 0, 0);
+            flight.*(across == &Vector3::x ? &Vector3::z : &Vector3::x) = -60.0f;
+            CollisionPacket pellet;
+            pellet.radius = Vector3(1, 1, 1);
+            pellet.worldPosition = middle + offset - flight * 0.5f;
+            pellet.worldVelocity = flight;
+            theModuleManager->getCollisionDetection()->moveToContact(&pellet, root);
+            hits += pellet.foundCollision ? 1 : 0;
+        }
+        EXPECT_GE(hits, 17u) << (across == &Vector3::x ? "from the front" : "from the side");
+    }
 }
 
 TEST(FontData, GlyphsStandInTheHalfOfTheirCellsThatTextShows) {
