@@ -1,7 +1,8 @@
 // Makes the texture of the font: sixteen by sixteen cells, character code c in column c mod 16 of row c div 16, counted
-// from the top of the picture (the last row of the file). Text advances by half a cell, so a fixed-width face set to
-// exactly that advance is centred in each cell. White with a dark edge; clear pixels are dark, so that no light fringe
-// bleeds in.
+// from the top of the picture (the last row of the file). Text advances by half a cell, and each quad is drawn over the
+// right half of the one before it: glyphs of a fixed-width face stand in the left half of their cells, so that a line
+// of text lies where its length says, and can be read with transparency off. White with a dark edge; clear pixels are
+// dark, so that no light fringe bleeds in.
 
 #include "exact_math.h"
 #include "image.h"
@@ -22,6 +23,8 @@ constexpr int cellsAcross = 16;
 /// Pixels above and below the base line: 46 pixels to the em leave room for accents and tails.
 constexpr unsigned pixelsPerEm = 46;
 constexpr int baseLineFromTop = 49;
+/// Where a glyph's advance starts. The labels above worms centre whole cells: further left, these stood visibly aside.
+constexpr int penFromLeft = 5;
 /// Clear margin kept inside every cell, for labels that sample a little past it and for mipmaps.
 constexpr int margin = 2;
 constexpr double edgeWidth = 2.2;
@@ -40,8 +43,7 @@ Coverage rasterise(FT_Face face, unsigned long code) {
     const FT_GlyphSlot glyph = face->glyph;
     const int width = static_cast<int>(glyph->bitmap.width);
     const int height = static_cast<int>(glyph->bitmap.rows);
-    // Centre the advance, not the ink, so that words keep their rhythm.
-    const int left = (cell - static_cast<int>(glyph->advance.x >> 6)) / 2 + glyph->bitmap_left;
+    const int left = penFromLeft + glyph->bitmap_left;
     const int inner = margin + static_cast<int>(edgeWidth);
     const int top = std::max(inner, std::min(baseLineFromTop - glyph->bitmap_top, cell - inner - height));
     for (int y = 0; y < height; ++y) {

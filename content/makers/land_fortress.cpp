@@ -12,6 +12,8 @@ namespace {
 constexpr double courtyard = 24;
 /// Half the side of the square that the middle line of the walls runs along.
 constexpr double wallLine = 72;
+/// A rocket clears about 25 units more than where it starts from.
+constexpr double wallTop = 42;
 
 /// Height of the rock under a place, before anything was built on it.
 double rockHeight(double x, double z) {
@@ -25,6 +27,12 @@ double rockHeight(double x, double z) {
 /// How far the top of a wall or tower has crumbled at a place.
 double decay(double x, double z) {
     return 11 * smoothStep(-0.05, 0.35, solidFractal({x / 38, 0, z / 38}, 2, 5031));
+}
+
+/// How deep siege guns have breached the walls at a place.
+double breach(double x, double z) {
+    return hill(x, z, -28, -wallLine, 11, 15) + hill(x, z, -wallLine, 26, 13, 16) + hill(x, z, 38, wallLine, 10, 13) +
+           hill(x, z, wallLine, -30, 11, 15);
 }
 
 /// Distance-like value to a round tower standing on the rock.
@@ -43,8 +51,10 @@ double rampart(const Vec3& p, double ax, double az, double bx, double bz, double
     const double away = segmentDistance({p.x, 0, p.z}, {ax, 0, az}, {bx, 0, bz});
     const double along = std::fabs(p.x - ax) + std::fabs(p.z - az);
     const double notch = 3.5 * smoothStep(-0.2, 0.2, sine(2 * pi * along / 15));
-    const double crown = away > 4 ? top - notch : top - 4;
-    return std::max(away - 7, p.y - crown + decay(p.x, p.z));
+    const double fallen = decay(p.x, p.z) + breach(p.x, p.z);
+    // Where much has fallen no merlon is left standing.
+    const double crown = away > 4 ? top - mix(notch, 4, smoothStep(2, 7, fallen)) : top - 4;
+    return std::max(away - 7, p.y - crown + fallen);
 }
 
 double gate(const Vec3& p, double x, double z, double alongX, double alongZ) {
@@ -57,12 +67,12 @@ double gate(const Vec3& p, double x, double z, double alongX, double alongZ) {
 /// Everything that was built: walls, corner towers and the keep.
 double masonry(const Vec3& p) {
     constexpr double w = wallLine;
-    double built = std::min(std::min(rampart(p, -w, -w, w, -w, 46), rampart(p, -w, w, w, w, 46)),
-                            std::min(rampart(p, -w, -w, -w, w, 46), rampart(p, w, -w, w, w, 46)));
-    built = std::min(built, std::min(tower(p, -w, -w, 16, 66), tower(p, w, w, 17, 60)));
-    built = std::min(built, std::min(tower(p, w, -w, 15, 54), tower(p, -w, w, 15, 52)));
+    double built = std::min(std::min(rampart(p, -w, -w, w, -w, wallTop), rampart(p, -w, w, w, w, wallTop)),
+                            std::min(rampart(p, -w, -w, -w, w, wallTop), rampart(p, w, -w, w, w, wallTop)));
+    built = std::min(built, std::min(tower(p, -w, -w, 15, 62), tower(p, w, w, 16, 55)));
+    built = std::min(built, std::min(tower(p, w, -w, 14, 49), tower(p, -w, w, 14, 47)));
     const double keep =
-        std::max(std::max(std::fabs(p.x + 12), std::fabs(p.z + 8)) - 24, p.y - 58 + decay(p.x, p.z) * 1.2);
+        std::max(std::max(std::fabs(p.x + 12), std::fabs(p.z + 8)) - 22, p.y - 50 + decay(p.x, p.z) * 1.2);
     built = std::min(built, keep);
     built = std::max(built, -std::min(gate(p, 0, w, 0, 14), gate(p, w, 8, 14, 0)));
     // A hall leads through the keep.

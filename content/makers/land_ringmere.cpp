@@ -11,10 +11,19 @@ namespace {
 
 double ringHeight(const Vec3& p, double angle, double across) {
     // across runs from -1 at the lake to 1 at the open sea; the ridge lies nearer to the lake.
-    const double ridge = 46 + 20 * sine(angle * 2 + 0.7) + 12 * sine(angle * 5 + 2);
+    const double ridge = 20 + 7 * sine(angle * 2 + 0.7) + 5 * sine(angle * 5 + 2);
     const double rim = exponential(-(across + 0.35) * (across + 0.35) / 0.20);
     const double height = 17 + ridge * rim + 9 * solidFractal(p * (1 / 38.0), 3, 3011);
     return mix(height, terraced(height, 12), 0.45);
+}
+
+/// Three horns of rock. Slender, because a rocket flies only so high: what stands on the ring must leave room beside
+/// it.
+double hornHeight(const Vec3& p) {
+    const double x = p.x + 5 * solidNoise(p * (1 / 15.0), 3081);
+    const double z = p.z + 5 * solidNoise(p * (1 / 15.0), 3091);
+    const double height = hill(x, z, -66, 84, 12, 54) + hill(x, z, -60, -88, 10.5, 36) + hill(x, z, 90, 60, 11, 46);
+    return mix(height, terraced(height, 11), 0.6);
 }
 
 double ringmereField(const Vec3& p) {
@@ -34,8 +43,9 @@ double ringmereField(const Vec3& p) {
     const double wall = coast + seaNotch(p.y) + 3 * wallBumps(p, 16, 3061);
     const double across = clamp((inner - outer) / std::max(-inner - outer, 20.0), -1, 1);
     const double shoreward = smoothStep(0, 26, -std::max(outer, inner));
-    const double height =
-        mix(13, ringHeight(flat, arcTangent(p.z, p.x), -across), shoreward) + hill(p.x, p.z, 116, -34, 34, 24);
+    const double horns = hornHeight(flat);
+    const double height = mix(13, ringHeight(flat, arcTangent(p.z, p.x), -across), shoreward) +
+                          hill(p.x, p.z, 116, -34, 34, 24) + shoreward * horns;
     const double ground = (p.y - height) * 0.75 + 0.9 * solidNoise(p * (1 / 11.0), 3071);
     double land = smoothIntersection(wall, ground, 5);
     land = smoothIntersection(land, gapHere + 0.8 * seaNotch(p.y), 4);

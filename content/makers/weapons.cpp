@@ -1,11 +1,14 @@
 // Makes the weapons and projectiles. A held weapon's node sits at the worm's middle and points along +z; the model
 // stands off to the worm's right (-x) and a little below, where it shows at the lower right of the aim view, whose eye
-// is that middle. Projectiles are centred on their own middle; the rocket flies along +y.
+// is that middle. Projectiles are centred on their own middle; the rocket flies along +y, and the matrix that turns it
+// into its flight mirrors as well: its faces are wound the other way.
 
 #include "exact_math.h"
 #include "model_builder.h"
 #include "ms3d_writer.h"
 #include "swatches.h"
+
+#include <utility>
 
 namespace {
 
@@ -53,7 +56,7 @@ void rod(ModelBuilder& builder, const Frame& frame, double low, double high, dou
 Model bazooka() {
     Model model = emptyModel();
     ModelBuilder builder(model);
-    const Frame tube = pointingForward({-1.5, -0.95, 0});
+    const Frame tube = pointingForward({-1.7, -0.95, 0.5});
     // Open at both ends: the profile turns inside at the mouth.
     builder.addLathe(
         tube,
@@ -62,9 +65,9 @@ Model bazooka() {
     builder.addLathe(tube, {{4.1, 0.38}, {2.4, 0.36}, {2.4, 0}}, 14, over(Swatch::black));
     builder.addLathe(tube, {{-1.0, 0}, {-1.0, 0.34}, {-2.6, 0.34}}, 14, over(Swatch::black));
     builder.addLathe(tube, {{2.5, 0.44}, {2.5, 0.49}, {2.95, 0.49}, {2.95, 0.44}}, 14, over(Swatch::yellow));
-    rod(builder, leaning({-1.5, -1.3, 0.9}, -0.25), -0.9, 0.1, 0.16, Swatch::wood);
-    rod(builder, leaning({-1.5, -1.3, -0.5}, -0.25), -0.8, 0.1, 0.16, Swatch::wood);
-    builder.addBox({{-1.5, -0.38, 2.2}}, {0.05, 0.18, 0.16}, over(Swatch::darkMetal));
+    rod(builder, leaning({-1.7, -1.3, 2.5}, -0.25), -0.9, 0.1, 0.16, Swatch::wood);
+    rod(builder, leaning({-1.7, -1.3, 1.1}, -0.25), -0.8, 0.1, 0.16, Swatch::wood);
+    builder.addBox({{-1.7, -0.38, 2.7}}, {0.05, 0.18, 0.16}, over(Swatch::darkMetal));
     return model;
 }
 
@@ -89,16 +92,16 @@ Model rocket() {
 Model shotgun() {
     Model model = emptyModel();
     ModelBuilder builder(model);
-    for (const double x : {-1.28, -1.62}) {
-        const Frame barrel = pointingForward({x, -0.7, 0});
+    for (const double x : {-1.53, -1.87}) {
+        const Frame barrel = pointingForward({x, -0.7, 0.5});
         builder.addLathe(barrel, {{-0.2, 0}, {-0.2, 0.17}, {4.3, 0.17}, {4.3, 0.11}}, 10, over(Swatch::darkMetal));
         builder.addLathe(barrel, {{4.3, 0.11}, {3.2, 0.1}, {3.2, 0}}, 10, over(Swatch::black));
     }
-    builder.addBox({{-1.45, -0.86, 1.5}}, {0.3, 0.16, 0.8}, over(Swatch::wood));
-    builder.addBox({{-1.45, -0.75, -0.35}}, {0.3, 0.24, 0.45}, over(Swatch::brightMetal));
-    const Frame stock = pointingForward({-1.45, -1.0, -1.0});
+    builder.addBox({{-1.7, -0.86, 2.0}}, {0.3, 0.16, 0.8}, over(Swatch::wood));
+    builder.addBox({{-1.7, -0.75, 0.15}}, {0.3, 0.24, 0.45}, over(Swatch::brightMetal));
+    const Frame stock = pointingForward({-1.7, -1.0, -0.5});
     builder.addLathe(stock, {{-1.6, 0}, {-1.6, 0.42}, {-0.6, 0.34}, {0.4, 0.22}, {0.5, 0}}, 8, over(Swatch::wood));
-    builder.addBox({{-1.45, -0.5, 4.1}}, {0.04, 0.07, 0.06}, over(Swatch::yellow));
+    builder.addBox({{-1.7, -0.5, 4.6}}, {0.04, 0.07, 0.06}, over(Swatch::yellow));
     return model;
 }
 
@@ -133,7 +136,7 @@ Model dynamiteProjectile() {
 Model beamer() {
     Model model = emptyModel();
     ModelBuilder builder(model);
-    const Frame barrel = pointingForward({-1.3, -0.75, 1.5});
+    const Frame barrel = pointingForward({-1.5, -0.75, 2.2});
     builder.addLathe(barrel, {{-0.6, 0}, {-0.6, 0.3}, {-0.2, 0.45}, {0.5, 0.4}, {0.9, 0.18}, {2.0, 0.14}, {2.0, 0}}, 12,
                      over(Swatch::brightMetal));
     for (const double z : {1.0, 1.35, 1.7}) {
@@ -143,8 +146,8 @@ Model beamer() {
     Frame tip = barrel;
     tip.origin = barrel.toWorld({0, 2.1, 0});
     builder.addBall(tip, {0.22, 0.22, 0.22}, 6, 10, over(Swatch::cyan));
-    rod(builder, leaning({-1.3, -1.0, 1.3}, -0.3), -0.9, 0.0, 0.2, Swatch::black);
-    builder.addBox({{-1.3, -0.27, 1.55}}, {0.06, 0.1, 0.4}, over(Swatch::hazard));
+    rod(builder, leaning({-1.5, -1.0, 2.0}, -0.3), -0.9, 0.0, 0.2, Swatch::black);
+    builder.addBox({{-1.5, -0.27, 2.25}}, {0.06, 0.1, 0.4}, over(Swatch::hazard));
     return model;
 }
 
@@ -164,8 +167,16 @@ Model airstrike() {
     return model;
 }
 
-bool write(const std::filesystem::path& directory, const char* name, Model model) {
+/// Turns every face over, but not its normals.
+void rewind(Model& model) {
+    for (ModelFace& face : model.faces)
+        std::swap(face.corners[1], face.corners[2]);
+}
+
+bool write(const std::filesystem::path& directory, const char* name, Model model, bool drawnMirrored = false) {
     smoothNormals(model, 50);
+    if (drawnMirrored)
+        rewind(model);
     return writeMs3d(directory / (std::string(name) + ".ms3d"), model);
 }
 
@@ -176,7 +187,7 @@ int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
     const std::filesystem::path directory = argv[1];
-    const bool done = write(directory, "bazooka", bazooka()) && write(directory, "rocket", rocket()) &&
+    const bool done = write(directory, "bazooka", bazooka()) && write(directory, "rocket", rocket(), true) &&
                       write(directory, "shotgun", shotgun()) && write(directory, "dynamite", dynamite()) &&
                       write(directory, "dynamiteprojectile", dynamiteProjectile()) &&
                       write(directory, "beamer", beamer()) && write(directory, "airstrike", airstrike());

@@ -1,5 +1,6 @@
-// Makes the worm: a skinned tube along a bent spine, with two big eyes. It stands upright on its curled tail, looks
-// along +z, and fills the ellipsoid of the body (radii 2, 5, 2) around the origin.
+// Makes the worm: a skinned tube along a bent spine, with two big eyes. It looks along +z and stands upright on a
+// curled tail that reaches down to the ground, 5 units below the origin. Shots meet a sphere of two units around the
+// origin: head and bulk lie there, between -2.5 and 2.5, so that what one aims at is what one hits.
 
 #include "exact_math.h"
 #include "model_builder.h"
@@ -16,20 +17,21 @@ struct Knot {
     double z;
     double radius;
 };
-constexpr Knot knots[] = {{-4.50, -1.90, 0.10}, {-4.42, -1.25, 0.46}, {-4.15, -0.50, 0.76}, {-3.40, 0.02, 0.95},
-                          {-2.25, 0.28, 1.06},  {-1.00, 0.20, 1.10},  {0.40, -0.05, 1.10},  {1.80, -0.20, 1.14},
-                          {2.95, -0.10, 1.30},  {3.85, 0.04, 1.30},   {4.60, 0.10, 0.90},   {4.95, 0.10, 0.0}};
+constexpr Knot knots[] = {{-3.30, -2.25, 0.08}, {-3.85, -2.42, 0.30}, {-4.32, -2.05, 0.50}, {-4.42, -1.35, 0.62},
+                          {-4.20, -0.55, 0.78}, {-3.65, 0.05, 0.92},  {-2.95, 0.23, 0.96},  {-2.15, 0.13, 1.14},
+                          {-1.30, 0.04, 1.50},  {-0.35, 0.00, 1.74},  {0.60, -0.04, 1.74},  {1.38, -0.03, 1.46},
+                          {1.96, 0.00, 0.98},   {2.24, 0.02, 0.0}};
 constexpr int knotCount = static_cast<int>(std::size(knots));
 
-/// Joints sit on knots 2 (the foot) to 9 (the head); one more carries the tail on knot 1.
-constexpr int footKnot = 2;
+/// Joints sit on knots 4 (the foot) to 9 (the head); one more carries the tail on knot 3.
+constexpr int footKnot = 4;
 constexpr int headKnot = 9;
 constexpr int spineJoints = headKnot - footKnot + 1;
 constexpr int headJoint = spineJoints - 1;
 constexpr int tailJoint = spineJoints;
 
-constexpr int ringCount = 27;
-constexpr int ringSides = 14;
+constexpr int ringCount = 30;
+constexpr int ringSides = 16;
 /// Part of the texture's height that the body covers.
 constexpr double bodyTop = 0.75;
 
@@ -91,13 +93,13 @@ void addBody(ModelBuilder& builder) {
 }
 
 void addEye(ModelBuilder& builder, double side) {
-    const Vec3 middle{side * 0.56, 3.72, 0.98};
+    const Vec3 middle{side * 0.72, 0.82, 1.22};
     // The poles of the ball are along the gaze, a little crossed, so that the iris is round.
     Frame eye{middle, {}, {}, {}};
     eye.up = normalized({-side * 0.10, 0.02, 1});
     eye.right = normalized(cross({0, 1, 0}, eye.up));
     eye.forward = cross(eye.right, eye.up);
-    builder.addBall(eye, {0.66, 0.62, 0.74}, 7, 14, [](double f, double g) {
+    builder.addBall(eye, {0.84, 0.78, 0.94}, 7, 14, [](double f, double g) {
         const double wide = 0.11 * sine(pi * f);
         return std::pair(0.125 + wide * sine(2 * pi * g), 0.875 - wide * cosine(2 * pi * g));
     });
@@ -106,11 +108,36 @@ void addEye(ModelBuilder& builder, double side) {
     lid.right = normalized(cross(lid.up, {0, 0, 1}));
     lid.forward = cross(lid.right, lid.up);
     std::vector<std::pair<double, double>> profile;
-    for (int i = 0; i <= 3; ++i) {
-        const double angle = 1.12 * (3 - i) / 3.0;
-        profile.push_back({0.78 * cosine(angle), i == 3 ? 0.0 : 0.74 * sine(angle)});
+    constexpr int steps = 5;
+    for (int i = 0; i <= steps; ++i) {
+        const double angle = 1.12 * (steps - i) / steps;
+        profile.push_back({1.02 * cosine(angle), i == steps ? 0.0 : 0.96 * sine(angle)});
     }
-    builder.addLathe(lid, profile, 10, [](double f, double g) { return std::pair(0.45 + 0.4 * g, 0.85 + 0.1 * f); });
+    builder.addLathe(lid, profile, 14, [](double f, double g) { return std::pair(0.35 + 0.3 * g, 0.85 + 0.1 * f); });
+}
+
+/// Three hairs on the crown, each bent once.
+void addTuft(ModelBuilder& builder) {
+    const Vec3 root{0, 2.1, 0.05};
+    for (int i = -1; i <= 1; ++i) {
+        const Vec3 lean = normalized({0.45 * i, 1, 0.25});
+        const Vec3 droop = normalized({0.9 * i + 0.12, 0.55, i == 0 ? -0.8 : 0.35});
+        std::vector<std::vector<Vec3>> rings;
+        const double radii[] = {0.16, 0.13, 0.08, 0.0};
+        const Vec3 middles[] = {root, root + lean * 0.35, root + lean * 0.35 + droop * 0.28,
+                                root + lean * 0.3 + droop * (i == 0 ? 0.72 : 0.55)};
+        for (std::size_t r = 0; r < std::size(radii); ++r) {
+            const Vec3 across = normalized(cross(lean, {0, 0, 1}));
+            const Vec3 forward = cross(across, lean);
+            std::vector<Vec3> ring;
+            for (int s = 0; s < 6; ++s) {
+                const double angle = 2 * pi * s / 6;
+                ring.push_back(middles[r] + across * (radii[r] * sine(angle)) + forward * (radii[r] * cosine(angle)));
+            }
+            rings.push_back(ring);
+        }
+        builder.addRings(rings, [](double f, double g) { return std::pair(0.8 + 0.15 * g, 0.8 + 0.16 * f); });
+    }
 }
 
 void addKeys(Model& model, const WormClip& clip, std::vector<JointPose> (*poseAt)(double, int)) {
@@ -132,7 +159,7 @@ void addJoints(Model& model) {
         const std::string name = knot == headKnot ? "head" : "spine" + std::to_string(knot - footKnot);
         model.joints.push_back({name, model.joints.back().name, place(knot) - place(knot - 1), {}, {}});
     }
-    model.joints.push_back({"tail", "foot", place(1) - place(footKnot), {}, {}});
+    model.joints.push_back({"tail", "foot", place(footKnot - 1) - place(footKnot), {}, {}});
     addKeys(model, wormIdle, idlePose);
     addKeys(model, wormWalk, walkPose);
     addKeys(model, wormJump, jumpPose);
@@ -167,6 +194,8 @@ int main(int argc, char** argv) {
     builder.use(1, headJoint);
     addEye(builder, 1);
     addEye(builder, -1);
+    builder.use(0, headJoint);
+    addTuft(builder);
     smoothNormals(model, 75);
     return writeMs3d(std::filesystem::path(argv[1]) / "wurm.ms3d", model) ? 0 : 1;
 }

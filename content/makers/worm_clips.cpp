@@ -40,18 +40,20 @@ std::vector<JointPose> walkPose(double f, int spineJoints) {
 }
 
 std::vector<JointPose> jumpPose(double f, int spineJoints) {
-    const double crouch = smoothStep(0, 0.06, f) * smoothStep(0.2, 0.08, f);
-    const double stretch = smoothStep(0.1, 0.24, f) * smoothStep(0.62, 0.4, f);
-    const double landing = smoothStep(0.55, 0.8, f) * smoothStep(1, 0.85, f);
-    std::vector<JointPose> pose(static_cast<std::size_t>(spineJoints) + 1);
+    const double crouch = smoothStep(0, 0.05, f) * smoothStep(0.16, 0.06, f);
+    const double stretch = smoothStep(0.08, 0.2, f) * smoothStep(0.66, 0.42, f);
+    // Braced just before the ground is there, and upright again on it.
+    const double landing = smoothStep(0.6, 0.86, f) * smoothStep(1, 0.9, f);
+    // Idle takes over where this ends, and both must be the same there.
+    std::vector<JointPose> pose = idlePose(0, spineJoints);
     for (int i = 1; i < spineJoints; ++i) {
         JointPose& joint = pose[static_cast<std::size_t>(i)];
         const double bow = i < spineJoints / 2 ? 0.3 : -0.28;
-        joint.angles.x = bow * crouch + 0.5 * bow * landing - 0.03 * stretch;
-        joint.shift.y = -0.22 * crouch + 0.2 * stretch - 0.12 * landing;
+        joint.angles.x += bow * crouch + 0.5 * bow * landing - 0.03 * stretch;
+        joint.shift.y += -0.22 * crouch + 0.2 * stretch - 0.12 * landing;
     }
-    pose[0].angles.x = -0.25 * crouch - 0.1 * landing;
+    pose[0].angles.x += -0.25 * crouch - 0.1 * landing;
     pose[static_cast<std::size_t>(spineJoints) - 1].angles.x -= 0.25 * stretch;
-    pose.back().angles.x = -0.5 * stretch + 0.2 * crouch;
+    pose.back().angles.x += -0.5 * stretch + 0.2 * crouch;
     return pose;
 }

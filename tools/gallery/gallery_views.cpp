@@ -46,5 +46,7 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previousInstance*/, LPSTR
     readLevelList(levels);
     for (const std::string& name : levels)
         shootLevel(stage, name);
+    if (!levels.empty())
+        shootWeapons(stage, levels.front());
     return stage.getFailures() == 0 ? 0 : -1;
 }

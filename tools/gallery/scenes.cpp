@@ -3,6 +3,7 @@
 #include "stage.h"
 
 #include "core/game_loader.h"
+#include "core/input_control.h"
 #include "core/module_manager.h"
 #include "core/team.h"
 #include "core/team_manager.h"
@@ -10,12 +11,16 @@
 #include "game/collision_detection.h"
 #include "game/collision_packet.h"
 #include "game/projectile.h"
+#include "game/rocket.h"
+#include "game/weapon.h"
 #include "game/worm.h"
 #include "platform/crt_random.h"
+#include "platform/win32.h"
 #include "render/camera.h"
 #include "render/milkshape_model.h"
 
 #include <array>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -73,6 +78,27 @@ Worm* firstWorm() {
     return theModuleManager->getTeamManager()->getTeams().back()->getCurrentWorm();
 }
 
+/// The worm that stands furthest from the middle: it has the sea behind it.
+Worm* outermostWorm() {
+    Worm* outermost = firstWorm();
+    const auto away = [](const Worm* worm) {
+        const Vector3 at = worm->getWorldPosition();
+        return at.x * at.x + at.z * at.z;
+    };
+    for (const Team* const team : theModuleManager->getTeamManager()->getTeams())
+        for (Worm* const worm : team->getWorms())
+            if (away(worm) > away(outermost))
+                outermost = worm;
+    return outermost;
+}
+
+/// A worm's label before the sea.
+void shootLabel(Stage& stage, SceneNode& scene, const std::string& name) {
+    const Vector3 at = outermostWorm()->getWorldPosition();
+    const Vector3 outward = normalized(Vector3(at.x, 0, at.z));
+    stage.shoot(scene, at + outward * -30.0f + Vector3(0, 40, 0), at + Vector3(0, 8, 0), name + "-label");
+}
+
 void shootLevelViews(Stage& stage, SceneNode& scene, const std::string& name) {
     const Vector3 middle(0, 20, 0);
     const std::array<View, 3> views = {
@@ -88,6 +114,10 @@ void shootModel(Stage& stage, const std::string& modelName) {
     if (!model.load(modelName))
         return;
     const std::string name = "model-" + modelName;
+    if (modelName == "rocket") {
+        shootRocket(stage);
+        return;
+    }
     if (modelName == "sky") {
         for (const View& view : sides)
             stage.shoot(model, Vector3(0, 20, 0), Vector3(0, 20, 0) + view.direction, name + "-" + view.name);
@@ -100,11 +130,25 @@ void shootModel(Stage& stage, const std::string& modelName) {
     for (const char* const clip : {"idle", "walk", "jump"}) {
         model.setAnimation(clip);
         for (int moment = 0; moment < 4; ++moment) {
-            const Vector3 eye = normalized(sides[static_cast<std::size_t>(moment)].direction) * 16.0f;
+            const Vector3 eye = normalized(sides[static_cast<std::size_t>(moment)].direction) * 11.0f;
             stage.shoot(model, eye, Vector3(0, 0, 0), name + "-" + clip + "-" + std::to_string(moment));
             stage.advance(12);
         }
     }
+}
+
+void shootRocket(Stage& stage) {
+    SceneNode root("root");
+    theModuleManager->setSceneRoot(&root);
+    stage.advance(1);
+    // It ends with the scene.
+    auto* const rocket = new Rocket(Vector3(0, 0, 0), Vector3(4, 4, 2), nullptr);
+    stage.advance(2); // it points along its flight from its second frame on
+    for (const View& view : sides) {
+        const Vector3 at = rocket->getPosition();
+        stage.shoot(*rocket, at + normalized(view.direction) * 3.2f, at, std::string("model-rocket-") + view.name);
+    }
+    theModuleManager->setSceneRoot(nullptr);
 }
 
 void shootSolid(Stage& stage, const std::string& solidName) {
@@ -125,8 +169,34 @@ void shootLevel(Stage& stage, const std::string& levelName) {
     shootLevelViews(stage, *scene, name);
     Worm* const worm = firstWorm();
     stage.shootAs(*worm->getFollowCamera(), *scene, name + "-worm");
+    shootLabel(stage, *scene, name);
     cutCraters(*scene);
     stage.shoot(*scene, Vector3(0, 110, 330), Vector3(0, 20, 0), name + "-craters");
     stage.shoot(*scene, Vector3(60, 160, 60), Vector3(0, 20, 0), name + "-craters-near");
+    endRound();
+}
+
+void shootWeapons(Stage& stage, const std::string& levelName) {
+    GameLoader loader;
+    SceneNode* const scene = loader.loadLevel(levelName);
+    if (scene == nullptr)
+        return;
+    stage.advance(40);
+    Worm* const worm = firstWorm();
+    const Vector3 at = worm->getWorldPosition();
+    const char* const names[] = {"bazooka", "shotgun", "dynamite", "beamer", "airstrike"};
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        worm->weapon = worm->getTeam()->getWeaponEntry(i).weapon.get();
+        worm->addChild(worm->weapon);
+        const std::string name = std::string("hand-") + names[i];
+        InputControl* const input = theModuleManager->getInputControl();
+        input->handleMessage(WM_KEYDOWN, 'Q', 0);
+        stage.shootAs(*worm->getAimCamera(), *scene, name + "-aim");
+        input->handleMessage(WM_KEYUP, 'Q', 0);
+        for (const View& view : sides)
+            stage.shoot(*scene, at + normalized(view.direction) * 17.0f, at, name + "-" + view.name);
+        worm->removeChild(worm->weapon);
+        worm->weapon = nullptr;
+    }
     endRound();
 }

@@ -95,6 +95,8 @@ void Stage::shootAs(Camera& view, SceneNode& scene, const std::string& name) {
     theModuleManager->setCamera(&view);
     renderer->beginFrame();
     scene.update();
+    // The worm whose turn it is made its own camera the current one, and labels turn to that.
+    theModuleManager->setCamera(&view);
     view.apply();
     scene.render(&view);
     save(name);

@@ -132,8 +132,9 @@ Image waterTexture() {
         const double bright = 1 - smoothStep(0.0, 0.42, tileRidges(u + bend, v - bend, 5, 2, 611));
         const double swell = tileFractal(u - bend, v, 4, 4, 621);
         const double tone = clamp(0.42 + 0.5 * swell + 0.42 * bright, 0, 1);
-        Color c = ramp(rgb(0.42, 0.68, 0.82), rgb(0.60, 0.84, 0.93), rgb(0.95, 1.0, 1.0), tone);
-        c[3] = 0.74 + 0.2 * (tone - 0.4);
+        Color c = ramp(rgb(0.42, 0.68, 0.82), rgb(0.60, 0.84, 0.93), rgb(1.0, 1.0, 1.0), tone);
+        // Labels are drawn before the sea and seen through it: two layers of this must leave their colours alone.
+        c[3] = 0.34 + 0.28 * (tone - 0.4) + 0.12 * bright;
         return c;
     });
     return image;

@@ -47,6 +47,11 @@ Color skinAt(double u, double v) {
     const double saddle = smoothStep(0.40, 0.43, along) * smoothStep(0.60, 0.57, along);
     c = mix(c, rgb(0.93, 0.50, 0.40), 0.55 * saddle * (1 - 0.6 * front));
     c = mix(c, rgb(0.74, 0.38, 0.38), 0.6 * smoothStep(0.90, 1.0, along));
+    // Freckles on the back, few on the crown and none on the tail.
+    const CellHit freckle = tileCells(u, v, 11, 711);
+    const double back = smoothStep(0.20, 0.34, std::fabs(u - 0.5)) * smoothStep(0.42, 0.55, along);
+    const double spot = smoothStep(0.10 + 0.22 * freckle.value, 0.04 + 0.16 * freckle.value, freckle.nearest);
+    c = mix(c, rgb(0.70, 0.33, 0.32), 0.55 * back * spot);
     for (const double side : {0.36, 0.64}) {
         const double cheek = discDistance((u - side) * 1.3, v - 0.548, 0, 0, 0.035);
         c = mix(c, rgb(0.98, 0.45, 0.45), 0.6 * smoothStep(0.012, -0.02, cheek));
@@ -93,12 +98,14 @@ Color swatchAt(Swatch swatch, double x, double y, double u, double v) {
 } // namespace
 
 Image wormTexture() {
-    Image image(256);
+    Image image(512);
     image.fill([](double u, double v) {
         if (v < 0.76)
             return skinAt(u, std::min(v, 0.75));
         if (u < 0.25)
             return eyeAt(u, v);
+        if (u > 0.75) // the tuft
+            return mix(rgb(0.42, 0.16, 0.10), rgb(0.72, 0.30, 0.14), smoothStep(0.80, 0.96, v));
         return rgb(0.90, 0.55, 0.50); // the lids
     });
     return image;
