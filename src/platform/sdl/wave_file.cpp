@@ -11,6 +11,8 @@ constexpr unsigned lowestRate = 8000;
 constexpr unsigned highestRate = 192000;
 /// The mixer converts the whole sound at once and counts its bytes in an int.
 constexpr std::size_t longestSeconds = 600;
+/// What the game plays at: a sound of which no sample frame is left at this rate is freed twice by some releases of SDL.
+constexpr std::size_t playedRate = 44100;
 
 using Bytes = std::span<const std::uint8_t>;
 
@@ -70,7 +72,8 @@ std::optional<WaveFile> readWave(Bytes bytes) {
                 return std::nullopt;
         } else if (wave && hasTag(rest, "data")) {
             const std::size_t frames = chunk.size() / frameSize(*wave);
-            if (frames == 0 || frames > longestSeconds * static_cast<std::size_t>(wave->rate))
+            const auto rate = static_cast<std::size_t>(wave->rate);
+            if (frames * playedRate < rate || frames > longestSeconds * rate)
                 return std::nullopt;
             wave->samples = chunk.first(frames * frameSize(*wave));
             return wave;
@@ -100,6 +103,7 @@ std::vector<std::uint8_t> plainWaveBytes(const WaveFile& wave) {
     append(bytes, "data");
     append(bytes, wave.samples.size(), 4);
     bytes.insert(bytes.end(), wave.samples.begin(), wave.samples.end());
-    bytes.resize(bytes.size() + padding);
+    if (padding != 0)
+        bytes.push_back(0);
     return bytes;
 }

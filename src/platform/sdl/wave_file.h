@@ -5,7 +5,7 @@
 // Taken are 8 and 16 bit PCM in one or two channels at 8000 to 192000 Hz, ten minutes at the most. The first format
 // chunk and the first data chunk after it count, others are skipped; data that break off are taken up to the last whole
 // sample frame. Everything else is refused as a whole: a file that is no RIFF WAVE, lacks one of the two chunks or has
-// no sample frame.
+// no sample frame, or none that is left at the rate the game plays at.
 
 #include <cstdint>
 #include <optional>
