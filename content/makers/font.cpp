@@ -5,14 +5,11 @@
 // dark, so that no light fringe bleeds in.
 
 #include "exact_math.h"
+#include "glyph.h"
 #include "image.h"
-
-#include <ft2build.h>
-#include FT_FREETYPE_H
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <iostream>
 #include <vector>
 
@@ -21,7 +18,7 @@ namespace {
 constexpr int cell = 64;
 constexpr int cellsAcross = 16;
 /// Pixels above and below the base line: 46 pixels to the em leave room for accents and tails.
-constexpr unsigned pixelsPerEm = 46;
+constexpr int pixelsPerEm = 46;
 constexpr int baseLineFromTop = 49;
 /// Where a glyph's advance starts. The labels above worms centre whole cells: further left, these stood visibly aside.
 constexpr int penFromLeft = 5;
@@ -36,23 +33,27 @@ double& pixelOf(Coverage& coverage, int x, int y) {
     return coverage[static_cast<std::size_t>(y * cell + x)];
 }
 
-Coverage rasterise(FT_Face face, unsigned long code) {
+Coverage rasterise(const GlyphFace& face, unsigned long code) {
     Coverage coverage(cell * cell, 0.0);
-    if (FT_Load_Char(face, code, FT_LOAD_RENDER | FT_LOAD_NO_HINTING) != 0)
+    const std::vector<GlyphEdge> outline = face.outlineOf(code, pixelsPerEm);
+    if (outline.empty())
         return coverage;
-    const FT_GlyphSlot glyph = face->glyph;
-    const int width = static_cast<int>(glyph->bitmap.width);
-    const int height = static_cast<int>(glyph->bitmap.rows);
-    const int left = penFromLeft + glyph->bitmap_left;
+    double highest = outline[0].fromY;
+    double lowest = highest;
+    for (const GlyphEdge& edge : outline) {
+        highest = std::max(highest, edge.fromY);
+        lowest = std::min(lowest, edge.fromY);
+    }
+    const int rise = static_cast<int>(std::ceil(highest));
+    const int height = rise - static_cast<int>(std::floor(lowest));
     const int inner = margin + static_cast<int>(edgeWidth);
-    const int top = std::max(inner, std::min(baseLineFromTop - glyph->bitmap_top, cell - inner - height));
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const int cx = left + x;
-            const int cy = top + y;
-            if (cx < inner || cy < inner || cx >= cell - inner || cy >= cell - inner)
-                continue;
-            pixelOf(coverage, cx, cy) = glyph->bitmap.buffer[y * glyph->bitmap.pitch + x] / 255.0;
+    // Capitals with accents come down as far as they stick out of the cell.
+    const int top = std::max(inner, std::min(baseLineFromTop - rise, cell - inner - height));
+    fillOutline(outline, penFromLeft, top + rise, cell, coverage);
+    for (int y = 0; y < cell; ++y) {
+        for (int x = 0; x < cell; ++x) {
+            if (x < inner || y < inner || x >= cell - inner || y >= cell - inner)
+                pixelOf(coverage, x, y) = 0;
         }
     }
     return coverage;
@@ -71,7 +72,7 @@ double grown(Coverage& coverage, int x, int y) {
     return most;
 }
 
-void drawCell(Image& image, FT_Face face, int code) {
+void drawCell(Image& image, const GlyphFace& face, int code) {
     Coverage coverage = rasterise(face, static_cast<unsigned long>(code));
     const int left = code % cellsAcross * cell;
     const int top = code / cellsAcross * cell;
@@ -91,10 +92,8 @@ void drawCell(Image& image, FT_Face face, int code) {
 int main(int argc, char** argv) {
     if (argc != 3)
         return 2;
-    FT_Library library = nullptr;
-    FT_Face face = nullptr;
-    if (FT_Init_FreeType(&library) != 0 || FT_New_Face(library, argv[1], 0, &face) != 0 ||
-        FT_Set_Pixel_Sizes(face, 0, pixelsPerEm) != 0) {
+    const GlyphFace face(argv[1]);
+    if (!face.isUsable()) {
         std::cerr << argv[1] << ": not a usable font\n";
         return 1;
     }
@@ -104,7 +103,5 @@ int main(int argc, char** argv) {
         if (printable)
             drawCell(image, face, code);
     }
-    FT_Done_Face(face);
-    FT_Done_FreeType(library);
     return writeTga(argv[2], image, true) ? 0 : 1;
 }

@@ -11,7 +11,7 @@ constexpr unsigned lowestRate = 8000;
 constexpr unsigned highestRate = 192000;
 /// The mixer converts the whole sound at once and counts its bytes in an int.
 constexpr std::size_t longestSeconds = 600;
-/// What the game plays at: a sound of which no sample frame is left at this rate is freed twice by some releases of SDL.
+/// What the game plays at: a sound of which no frame is left at this rate is freed twice by some releases of SDL.
 constexpr std::size_t playedRate = 44100;
 
 using Bytes = std::span<const std::uint8_t>;
