@@ -102,7 +102,8 @@ void LatticeCutter::cutTetrahedron(int x, int y, int z, const int (&corners)[4])
     } else {
         const int apex = inCount == 1 ? in[0] : out[0];
         const int* base = inCount == 1 ? out : in;
-        // In statements of their own: each call may number a new point, and a call's arguments are evaluated in any order.
+        // In statements of their own: each call may number a new point, and a call's arguments are evaluated in any
+        // order.
         const int c = edgePoint(x, y, z, apex, base[2]);
         const int b = edgePoint(x, y, z, apex, base[1]);
         const int a = edgePoint(x, y, z, apex, base[0]);
