@@ -22,9 +22,9 @@ bool isGround(const SolidEntry& solid) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::vector<SolidEntry> solids;
-    std::string fault;
-    const bool good = readLevelText(std::string(data, data + size), solids, fault);
-    require(good == fault.empty(), "a refusal has a reason, nothing else has");
+    std::vector<TextFault> faults;
+    const bool good = readLevelText(std::string(data, data + size), solids, faults);
+    require(good || !faults.empty(), "a refusal has a reason");
     require(solids.size() <= static_cast<std::size_t>(mostSolids), "the number of solids is in bounds");
     if (solids.size() > mostBuilt)
         return 0;

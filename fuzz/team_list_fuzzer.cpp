@@ -13,9 +13,9 @@ constexpr int mostPlayed = 3;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::vector<TeamEntry> teams;
-    std::string fault;
-    const bool good = readTeamListText(std::string(data, data + size), teams, fault);
-    require(good == fault.empty(), "a refusal has a reason, nothing else has");
+    std::vector<TextFault> faults;
+    const bool good = readTeamListText(std::string(data, data + size), teams, faults);
+    require(good || !faults.empty(), "a refusal has a reason");
     require(teams.size() <= static_cast<std::size_t>(mostTeams), "the number of teams is in bounds");
     int worms = 0;
     for (const TeamEntry& team : teams)

@@ -3,6 +3,7 @@
 #include "core/data_error.h"
 #include "core/data_limits.h"
 #include "core/file_access.h"
+#include "core/latin1.h"
 #include "core/level_files.h"
 #include "core/log.h"
 #include "core/module_manager.h"
@@ -15,14 +16,16 @@
 #include "render/water_node.h"
 
 #include <algorithm>
-#include <memory>
-#include <set>
 #include <utility>
 
 namespace {
 
 constexpr const char* teamListFile = "teams/teams.tm";
 constexpr const char* levelListFile = "level/levels.lev";
+
+std::string teamFileOf(const std::string& teamName) {
+    return "teams/" + teamName + ".tm";
+}
 
 bool liesInReach(const csgMesh& solid) {
     return std::all_of(solid.getVertices().begin(), solid.getVertices().end(),
@@ -34,6 +37,11 @@ bool isPlaceable(const SolidEntry& entry) {
         return isCoordinate(triple[0]) && isCoordinate(triple[1]) && isCoordinate(triple[2]);
     };
     return areCoordinates(entry.scale) && areCoordinates(entry.rotation) && areCoordinates(entry.translation);
+}
+
+void sayAll(const std::string& file, const std::vector<TextFault>& faults) {
+    for (const TextFault& fault : faults)
+        sayDataFault(file, fault);
 }
 
 /// The box around the landscape of a scene.
@@ -63,7 +71,7 @@ SceneNode* GameLoader::loadLevel(const std::string& levelName) {
     auto root = std::make_unique<SceneNode>("root");
     addSky(*root);
     if (!opened) {
-        reportDataError(levelFile, "the level file cannot be opened");
+        sayDataFault(levelFile, {0, "the level file cannot be opened"});
         return nullptr;
     }
     if (!addLandscape(*root, levelFile, std::move(levelText)))
@@ -79,7 +87,7 @@ SceneNode* GameLoader::loadLevel(const std::string& levelName) {
     }
     TeamManager* const teams = theModuleManager->getTeamManager();
     if (teams->getTeamCount() == 0) {
-        reportDataError(levelFile, "no worm found ground to stand on");
+        sayDataFault(levelFile, {0, "no worm found ground to stand on"});
         endRound();
         return nullptr;
     }
@@ -99,30 +107,21 @@ void GameLoader::addSky(SceneNode& root) {
 
 bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std::string text) {
     std::vector<SolidEntry> entries;
-    std::string fault;
-    if (!readLevelText(std::move(text), entries, fault)) {
-        reportDataError(levelFile, fault);
+    std::vector<TextFault> faults;
+    const bool readable = readLevelText(std::move(text), entries, faults);
+    sayAll(levelFile, faults);
+    if (!readable)
         return false;
-    }
     std::size_t faces = 0;
     std::set<std::string> unfit;
     for (const SolidEntry& entry : entries) {
-        if (!isPlaceable(entry) || unfit.contains(entry.name))
+        std::unique_ptr<csgObject> solid = makeSolid(levelFile, entry, unfit);
+        if (solid == nullptr)
             continue;
-        auto solid = std::make_unique<csgObject>();
-        if (!solid->load("./csg/" + entry.name)) {
-            unfit.insert(entry.name);
-            continue;
-        }
         faces += solid->countFaces();
         if (faces > mostFaces) {
-            reportDataError(levelFile, "more than " + std::to_string(mostFaces) + " faces");
+            sayDataFault(levelFile, {entry.line, "more than " + std::to_string(mostFaces) + " faces in all"});
             return false;
-        }
-        placeSolid(*solid, entry);
-        if (!liesInReach(*solid)) {
-            logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
-            continue;
         }
         csgObject* const placed = solid.release();
         root.addChild(placed);
@@ -131,20 +130,38 @@ bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std
     return true;
 }
 
+std::unique_ptr<csgObject> GameLoader::makeSolid(const std::string& levelFile, const SolidEntry& entry,
+                                                 std::set<std::string>& unfit) {
+    const auto refuse = [&](const std::string& why) {
+        sayDataFault(levelFile, {entry.line, "\"" + entry.name + "\" " + why});
+        return nullptr;
+    };
+    if (!isPlaceable(entry))
+        return refuse("is left out: it has a number beyond a million");
+    auto solid = std::make_unique<csgObject>();
+    if (unfit.contains(entry.name) || !solid->load("./csg/" + entry.name)) {
+        unfit.insert(entry.name);
+        return refuse("is left out: ./csg/" + entry.name + ".csg is missing or broken");
+    }
+    placeSolid(*solid, entry);
+    if (liesInReach(*solid))
+        return solid;
+    logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
+    return refuse("is left out: it is placed out of reach");
+}
+
 bool GameLoader::addTeams(const BoundingBox& levelBox) {
     std::string text;
     if (!readWholeFile(teamListFile, text)) {
-        reportDataError(teamListFile, "the team list cannot be opened");
+        sayDataFault(teamListFile, {0, "the team list cannot be opened"});
         return false;
     }
     std::vector<TeamEntry> entries;
-    std::string fault;
-    if (!readTeamListText(std::move(text), entries, fault)) {
-        reportDataError(teamListFile, fault);
-        return false;
-    }
-    return std::all_of(entries.begin(), entries.end(),
-                       [&](const TeamEntry& entry) { return addTeam(entry, levelBox); });
+    std::vector<TextFault> faults;
+    const bool readable = readTeamListText(std::move(text), entries, faults);
+    sayAll(teamListFile, faults);
+    return readable && std::all_of(entries.begin(), entries.end(),
+                                   [&](const TeamEntry& entry) { return addTeam(entry, levelBox); });
 }
 
 bool GameLoader::addTeam(const TeamEntry& entry, const BoundingBox& levelBox) {
@@ -156,12 +173,13 @@ bool GameLoader::addTeam(const TeamEntry& entry, const BoundingBox& levelBox) {
     float b = 1.0f;
     readTeamFile(entry.name, wormNames, r, g, b);
     if (wormNames.empty()) {
-        reportDataError("teams/" + entry.name + ".tm",
-                        "no names for the " + std::to_string(entry.wormCount) + " worms of the team");
+        sayDataFault(teamFileOf(entry.name),
+                     {0, "no names for the " + std::to_string(entry.wormCount) + " worms of the team"});
         return false;
     }
-    auto team =
-        std::make_unique<Team>(entry.name, &levelBox, r, g, b, wormNames, static_cast<unsigned>(entry.wormCount));
+    std::transform(wormNames.begin(), wormNames.end(), wormNames.begin(), latin1Of);
+    auto team = std::make_unique<Team>(latin1Of(entry.name), &levelBox, r, g, b, wormNames,
+                                       static_cast<unsigned>(entry.wormCount));
     if (team->getCurrentWorm() != nullptr)
         theModuleManager->getTeamManager()->addTeam(team.release());
     return true;
@@ -170,8 +188,13 @@ bool GameLoader::addTeam(const TeamEntry& entry, const BoundingBox& levelBox) {
 void GameLoader::readTeamFile(const std::string& teamName, std::vector<std::string>& wormNames, float& r, float& g,
                               float& b) {
     std::string text;
-    if (readWholeFile("teams/" + teamName + ".tm", text))
-        readTeamText(std::move(text), wormNames, r, g, b);
+    if (!readWholeFile(teamFileOf(teamName), text)) {
+        sayDataFault(teamFileOf(teamName), {0, "the team file cannot be opened"});
+        return;
+    }
+    std::vector<TextFault> faults;
+    readTeamText(std::move(text), wormNames, r, g, b, faults);
+    sayAll(teamFileOf(teamName), faults);
 }
 
 void placeSolid(csgMesh& solid, const SolidEntry& entry) {
@@ -191,6 +214,9 @@ void endRound() {
 
 void readLevelList(std::vector<std::string>& names) {
     std::string text;
-    if (readWholeFile(levelListFile, text))
-        readLevelListText(std::move(text), names);
+    if (!readWholeFile(levelListFile, text))
+        return;
+    std::vector<TextFault> faults;
+    readLevelListText(std::move(text), names, faults);
+    sayAll(levelListFile, faults);
 }

@@ -2,20 +2,23 @@
 
 // Turns a level name into a ready scene: sky, landscape, worms dropped onto it, water; teams and the first turn.
 //
-// What cannot be played ends in one message box that names the file and the fault, and in null: a level file or team
-// list that cannot be opened or is refused (core/level_files.h), more than `mostFaces` in the landscape, a team with
-// worms but without names for them, a level on which no worm found ground. What was registered by then is unregistered
-// and destroyed. A solid, sky, texture or model that cannot be loaded is skipped, and so is a solid with a number or,
-// once placed, a corner beyond `largestCoordinate`. A team without a single worm takes no part. A team file without a
-// readable colour gives white.
+// What cannot be played ends in null: a level file or team list that cannot be opened or is refused
+// (core/level_files.h), more than `mostFaces` in the landscape, a team with worms but without names for them, a level
+// on which no worm found ground. What was registered by then is unregistered and destroyed. A solid, sky, texture or
+// model that cannot be loaded is skipped, and so is a solid with a number or, once placed, a corner beyond
+// `largestCoordinate`. A team without a single worm takes no part. A team file without a readable colour gives white.
+// All of it but textures and models is said (core/data_error.h).
 
 #include <cstddef>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 class BoundingBox;
 class SceneNode;
 class csgMesh;
+class csgObject;
 struct SolidEntry;
 struct TeamEntry;
 
@@ -37,7 +40,11 @@ public:
 
 private:
     static void addSky(SceneNode& root);
-    bool addLandscape(SceneNode& root, const std::string& levelFile, std::string text);
+    static bool addLandscape(SceneNode& root, const std::string& levelFile, std::string text);
+    /// The solid of an entry in its place; null, and said, when it cannot be there.
+    /// Files that cannot be loaded are remembered, and not read again for every entry that names them.
+    static std::unique_ptr<csgObject> makeSolid(const std::string& levelFile, const SolidEntry& entry,
+                                                std::set<std::string>& unfit);
     bool addTeams(const BoundingBox& levelBox);
     bool addTeam(const TeamEntry& entry, const BoundingBox& levelBox);
 };
@@ -50,5 +57,5 @@ void placeSolid(csgMesh& solid, const SolidEntry& entry);
 void endRound();
 
 /// Reads a list of names from "level/levels.lev"; it stays empty when the file cannot be opened. A missing name repeats
-/// the last one read.
+/// the last one read. Its faults are said.
 void readLevelList(std::vector<std::string>& names);

@@ -5,7 +5,13 @@
 // Counts are limits to stop at, never sizes to make room for. Items are read into variables that are reused from entry
 // to entry and a failed read leaves them unchanged, so a count that exceeds the entries repeats the last complete one;
 // an entry that breaks off counts as missing. Real numbers are finite and names at most `longestName` long, or their
-// read fails. Names are used as they stand, path separators included. What is refused has a fault of a few words.
+// read fails. Names are used as they stand, path separators included.
+//
+// Whatever keeps a text from being taken as it was meant is a fault: an item that cannot be read, entries that are
+// missing, and text behind the last entry, which is what a number too many looks like. What is refused has a fault too,
+// the last one. Every reader appends its faults.
+
+#include "core/text_reader.h"
 
 #include <string>
 #include <vector>
@@ -21,6 +27,8 @@ inline constexpr int mostWormsInAll = 200;
 /// One solid of a level file: its name and how it is placed.
 struct SolidEntry {
     std::string name;
+    /// Where the entry stands in its file.
+    int line = 0;
     double scale[3] = {1.0, 1.0, 1.0};
     /// Radians.
     double rotation[3] = {0.0, 0.0, 0.0};
@@ -35,10 +43,11 @@ struct TeamEntry {
 
 /// Reads a level file. False when its count cannot be read, is negative or beyond `mostSolids`. An entry before which
 /// none was complete is left out.
-bool readLevelText(std::string text, std::vector<SolidEntry>& solids, std::string& fault);
+bool readLevelText(std::string text, std::vector<SolidEntry>& solids, std::vector<TextFault>& faults);
 /// Reads a team list. False when it names no team or breaks a limit, or when the first name is missing.
-bool readTeamListText(std::string text, std::vector<TeamEntry>& teams, std::string& fault);
+bool readTeamListText(std::string text, std::vector<TeamEntry>& teams, std::vector<TextFault>& faults);
 /// Reads worm names, appended to the vector, and a colour. What the text does not hold stays as it is.
-void readTeamText(std::string text, std::vector<std::string>& wormNames, float& r, float& g, float& b);
+void readTeamText(std::string text, std::vector<std::string>& wormNames, float& r, float& g, float& b,
+                  std::vector<TextFault>& faults);
 /// Reads the names of a level list, appended to the vector.
-void readLevelListText(std::string text, std::vector<std::string>& names);
+void readLevelListText(std::string text, std::vector<std::string>& names, std::vector<TextFault>& faults);

@@ -74,6 +74,7 @@ MainLoop::MainLoop(HINSTANCE moduleInstance) : instance(moduleInstance) {}
 MainLoop::~MainLoop() = default;
 
 bool MainLoop::start() {
+    forgetDataFaults();
     windowActive = true;
     frustumCulling = true;
     fpsText[0] = '\0';
@@ -114,9 +115,16 @@ bool MainLoop::openWindow() {
 
 bool MainLoop::loadRandomLevel() {
     GameLoader loader;
-    const auto index = static_cast<std::size_t>(crtRand()) % levelNames.size();
-    sceneRoot = loader.loadLevel(levelNames[index]);
-    return sceneRoot != nullptr;
+    beginRoundData();
+    while (!levelNames.empty()) {
+        const std::string name = levelNames[static_cast<std::size_t>(crtRand()) % levelNames.size()];
+        sceneRoot = loader.loadLevel(name);
+        if (sceneRoot != nullptr)
+            return true;
+        std::erase(levelNames, name);
+    }
+    reportDataError("level/levels.lev", "none of the levels can be played");
+    return false;
 }
 
 void MainLoop::createFonts() {

@@ -12,19 +12,41 @@ constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
 } // namespace
 
+TextReader::TextReader(std::string fileText) : text(std::move(fileText)) {
+    if (text.starts_with("\xEF\xBB\xBF"))
+        position = 3;
+    else if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+        fail("the file is UTF-16, save it as UTF-8");
+}
+
 bool TextReader::startItem() {
     if (failed)
         return false;
-    position = std::min(text.find_first_not_of(whiteSpace, position), text.size());
-    return position < text.size();
+    return !isAtEnd() || fail("the file ends");
+}
+
+bool TextReader::fail(const std::string& what) {
+    if (!failed)
+        fault = {line(), what};
+    failed = true;
+    return false;
+}
+
+/// The run of characters that the next item is part of: a number may have been taken from its beginning.
+std::string TextReader::wholeWord() const {
+    constexpr std::size_t longestShown = 40;
+    std::size_t start = position;
+    while (start > 0 && whiteSpace.find(text[start - 1]) == std::string_view::npos)
+        --start;
+    const std::size_t end = std::min(text.find_first_of(whiteSpace, position), text.size());
+    const std::string word = text.substr(start, std::min(end - start, longestShown));
+    return '"' + word + (end - start > longestShown ? "..." : "") + '"';
 }
 
 template <class Number>
 bool TextReader::readNumber(Number& value) {
-    if (!startItem()) {
-        failed = true;
+    if (!startItem())
         return false;
-    }
     const char* first = text.data() + position;
     const char* const last = text.data() + text.size();
     // from_chars takes no leading plus, formatted extraction does.
@@ -35,10 +57,8 @@ bool TextReader::readNumber(Number& value) {
     bool good = error == std::errc{};
     if constexpr (std::is_floating_point_v<Number>)
         good = good && std::isfinite(number);
-    if (!good) {
-        failed = true;
-        return false;
-    }
+    if (!good)
+        return fail(wholeWord() + (error == std::errc::result_out_of_range ? " is too large" : " is no number"));
     value = number;
     position = static_cast<std::size_t>(end - text.data());
     return true;
@@ -57,15 +77,11 @@ bool TextReader::read(float& value) {
 }
 
 bool TextReader::read(std::string& value) {
-    if (!startItem()) {
-        failed = true;
+    if (!startItem())
         return false;
-    }
     const std::size_t end = std::min(text.find_first_of(whiteSpace, position), text.size());
-    if (end - position > longestName) {
-        failed = true;
-        return false;
-    }
+    if (end - position > longestName)
+        return fail("a name of more than " + std::to_string(longestName) + " characters");
     value = text.substr(position, end - position);
     position = end;
     return true;

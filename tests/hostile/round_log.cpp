@@ -39,9 +39,9 @@ RoundLog::RoundLog() {
     for (const std::string& name : listed) {
         std::string text;
         std::vector<SolidEntry> solids;
-        std::string fault;
+        std::vector<TextFault> faults;
         readWholeFile("level/" + name + ".lev", text);
-        readLevelText(std::move(text), solids, fault);
+        readLevelText(std::move(text), solids, faults);
         std::size_t faces = 0;
         for (const SolidEntry& solid : solids) {
             if (!known.contains(solid.name))

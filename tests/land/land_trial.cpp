@@ -26,9 +26,9 @@ namespace {
 std::vector<SolidEntry> readLevel(const std::string& level) {
     std::string text;
     std::vector<SolidEntry> solids;
-    std::string fault = "cannot be opened";
-    if (!readWholeFile("level/" + level + ".lev", text) || !readLevelText(std::move(text), solids, fault))
-        throw std::runtime_error("level '" + level + "': " + fault);
+    std::vector<TextFault> faults = {{0, "cannot be opened"}};
+    if (!readWholeFile("level/" + level + ".lev", text) || !readLevelText(std::move(text), solids, faults))
+        throw std::runtime_error("level '" + level + "': " + faults.back().text);
     return solids;
 }
 

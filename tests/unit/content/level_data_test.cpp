@@ -39,12 +39,10 @@ struct Level {
     explicit Level(const std::string& name) {
         std::string text;
         std::vector<SolidEntry> entries;
-        std::string fault;
-        EXPECT_TRUE(readWholeFile("level/" + name + ".lev", text) && readLevelText(text, entries, fault))
-            << name << fault;
-        std::istringstream words(text);
-        EXPECT_EQ(std::distance(std::istream_iterator<std::string>(words), {}), 1 + 10 * std::ssize(entries))
-            << name << " ends early or late";
+        std::vector<TextFault> faults;
+        EXPECT_TRUE(readWholeFile("level/" + name + ".lev", text) && readLevelText(text, entries, faults)) << name;
+        for (const TextFault& fault : faults)
+            ADD_FAILURE() << name << ":" << fault.line << ": " << fault.text;
         for (const SolidEntry& entry : entries) {
             auto* const solid = new csgObject;
             EXPECT_TRUE(solid->load("./csg/" + entry.name)) << name << ": " << entry.name;
