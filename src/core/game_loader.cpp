@@ -44,6 +44,10 @@ void sayAll(const std::string& file, const std::vector<TextFault>& faults) {
         sayDataFault(file, fault);
 }
 
+void sayLeftOut(const std::string& levelFile, const SolidEntry& entry, const std::string& why) {
+    sayDataFault(levelFile, {entry.line, "\"" + entry.name + "\" is left out: " + why});
+}
+
 /// The box around the landscape of a scene.
 BoundingBox landscapeBox(SceneNode& root) {
     BoundingBox box;
@@ -115,13 +119,20 @@ bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std
     std::size_t faces = 0;
     std::set<std::string> unfit;
     for (const SolidEntry& entry : entries) {
-        std::unique_ptr<csgObject> solid = makeSolid(levelFile, entry, unfit);
+        std::unique_ptr<csgObject> solid = loadSolid(levelFile, entry, unfit);
         if (solid == nullptr)
             continue;
+        // What is left out counts too: it takes as long to load.
         faces += solid->countFaces();
         if (faces > mostFaces) {
             sayDataFault(levelFile, {entry.line, "more than " + std::to_string(mostFaces) + " faces in all"});
             return false;
+        }
+        placeSolid(*solid, entry);
+        if (!liesInReach(*solid)) {
+            logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
+            sayLeftOut(levelFile, entry, "it is placed out of reach");
+            continue;
         }
         csgObject* const placed = solid.release();
         root.addChild(placed);
@@ -130,24 +141,18 @@ bool GameLoader::addLandscape(SceneNode& root, const std::string& levelFile, std
     return true;
 }
 
-std::unique_ptr<csgObject> GameLoader::makeSolid(const std::string& levelFile, const SolidEntry& entry,
+std::unique_ptr<csgObject> GameLoader::loadSolid(const std::string& levelFile, const SolidEntry& entry,
                                                  std::set<std::string>& unfit) {
-    const auto refuse = [&](const std::string& why) {
-        sayDataFault(levelFile, {entry.line, "\"" + entry.name + "\" " + why});
+    if (!isPlaceable(entry)) {
+        sayLeftOut(levelFile, entry, "it has a number beyond a million");
         return nullptr;
-    };
-    if (!isPlaceable(entry))
-        return refuse("is left out: it has a number beyond a million");
-    auto solid = std::make_unique<csgObject>();
-    if (unfit.contains(entry.name) || !solid->load("./csg/" + entry.name)) {
-        unfit.insert(entry.name);
-        return refuse("is left out: ./csg/" + entry.name + ".csg is missing or broken");
     }
-    placeSolid(*solid, entry);
-    if (liesInReach(*solid))
+    auto solid = std::make_unique<csgObject>();
+    if (!unfit.contains(entry.name) && solid->load("./csg/" + entry.name))
         return solid;
-    logLine(" GameLoader: the level places '%s' out of reach \n", entry.name.c_str());
-    return refuse("is left out: it is placed out of reach");
+    unfit.insert(entry.name);
+    sayLeftOut(levelFile, entry, "./csg/" + entry.name + ".csg is missing or broken");
+    return nullptr;
 }
 
 bool GameLoader::addTeams(const BoundingBox& levelBox) {

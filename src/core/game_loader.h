@@ -41,9 +41,9 @@ public:
 private:
     static void addSky(SceneNode& root);
     static bool addLandscape(SceneNode& root, const std::string& levelFile, std::string text);
-    /// The solid of an entry in its place; null, and said, when it cannot be there.
+    /// The solid of an entry, as its file has it; null, and said, when there is none or its place is beyond all reach.
     /// Files that cannot be loaded are remembered, and not read again for every entry that names them.
-    static std::unique_ptr<csgObject> makeSolid(const std::string& levelFile, const SolidEntry& entry,
+    static std::unique_ptr<csgObject> loadSolid(const std::string& levelFile, const SolidEntry& entry,
                                                 std::set<std::string>& unfit);
     bool addTeams(const BoundingBox& levelBox);
     bool addTeam(const TeamEntry& entry, const BoundingBox& levelBox);

@@ -1,5 +1,6 @@
 // Files that were made to hurt. Whatever fuzzing finds is added to tests/data/hostile and, with its outcome, here.
 
+#include "core/data_error.h"
 #include "core/data_limits.h"
 #include "core/file_access.h"
 #include "core/game_loader.h"
@@ -62,15 +63,16 @@ protected:
         }
     }
 
-    /// Loads the level "flat"; what the message box says goes where the log's lines go.
+    /// Loads the level "flat"; what the message box would say goes where the log's lines go.
     static bool loadFlat() {
         endRound();
-        const std::size_t boxes = headless::messageBoxes().size();
+        beginRoundData();
         GameLoader loader;
         const bool loaded = loader.loadLevel("flat") != nullptr;
-        EXPECT_EQ(headless::messageBoxes().size(), boxes + (loaded ? 0 : 1));
-        if (!loaded)
+        if (!loaded) {
+            reportDataError("flat", "no fault was said");
             logged += headless::messageBoxes().back().text;
+        }
         return loaded;
     }
 
@@ -165,12 +167,12 @@ TEST_F(HostileFiles, Textures) {
 TEST_F(HostileFiles, Levels) {
     expectOutcomes("level", "level/flat.lev",
                    {{"scaled-out-of-reach.lev", nullptr},
-                    {"placed-out-of-reach.lev", "no worm found ground"},
+                    {"placed-out-of-reach.lev", "placed out of reach"},
                     {"name-with-a-zero-byte.lev", nullptr},
                     {"worm-lost-as-it-lands.lev", nullptr},
                     {"solid-by-way-of-its-parent-folder.lev", nullptr},
                     {"more-solids-than-allowed.lev", "more than 1000 solids"},
-                    {"not-one-complete-entry.lev", "no worm found ground"}},
+                    {"not-one-complete-entry.lev", "cannot be read"}},
                    [] {
                        const bool loaded = loadFlat();
                        if (loaded) {
@@ -188,7 +190,10 @@ TEST_F(HostileFiles, ALevelOfManyTimesALargeSolidIsRefused) {
     for (int i = 0; i < 5000; ++i)
         faces += " 0 1 2";
     data.write("csg/large.csg", faces + " rock");
-    data.write("level/flat.lev", "1000 large 1 1 1 0 0 0 0 0 0");
+    std::string level = "1000";
+    for (int i = 0; i < 1000; ++i)
+        level += "\nlarge 1 1 1 0 0 0 0 0 0";
+    data.write("level/flat.lev", level);
     EXPECT_FALSE(loadFlat());
     EXPECT_NE(logged.find("more than " + std::to_string(GameLoader::mostFaces) + " faces"), std::string::npos)
         << logged;
@@ -201,14 +206,14 @@ TEST_F(HostileFiles, TeamLists) {
     expectOutcomes("team_list", "teams/teams.tm",
                    {{"too-many-worms-in-all.tm", "more than 200 worms"},
                     {"as-many-worms-as-an-int-holds.tm", "more than 100 worms"},
-                    {"name-longer-than-any-path.tm", "the name of a team is missing"}},
+                    {"name-longer-than-any-path.tm", "a name of more than 1000 characters"}},
                    loadFlat);
 }
 
 TEST_F(HostileFiles, Teams) {
     expectOutcomes(
         "team", "teams/B.tm",
-        {{"count-but-no-names.tm", "teams/B.tm: no names for the 1 worms"}, {"colour-beyond-all-colours.tm", nullptr}},
+        {{"count-but-no-names.tm", "teams/B.tm:2: name 1 of 2000000000"}, {"colour-beyond-all-colours.tm", nullptr}},
         loadFlat);
 }
 
