@@ -18,7 +18,7 @@ std::string firstFault;
 /// Names come from files: a zero byte would cut a message short, a control character could do worse to a terminal.
 std::string printable(std::string text) {
     std::replace_if(
-        text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == 0x7f; }, '?');
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7f; }, '?');
     return text;
 }
 
