@@ -15,7 +15,7 @@ constexpr std::size_t mostCut = 24;
 
 void requireReadBack(const csgObject& solid) {
     csgMeshData again;
-    std::string fault;
+    TextFault fault;
     require(readCsgText(writeCsgText(solid, solid.getTextureNames()), again, fault) == csgReadResult::ok,
             "what was read can be written and read");
     csgMesh copy;

@@ -47,7 +47,7 @@ void writeOutput(const std::string& fileName, const std::string& contents) {
 /// Faces that the file describes and the loader drops: corners that coincide, or hardly any area.
 std::size_t countDroppedFaces(const csgObject& solid, const std::string& fileName) {
     csgMeshData data;
-    std::string fault;
+    TextFault fault;
     std::size_t described = 0;
     if (readCsgFile(fileName, data, fault) == csgReadResult::ok) {
         for (const csgMeshData::Part& part : data.parts)

@@ -150,8 +150,9 @@ std::unique_ptr<csgObject> GameLoader::loadSolid(const std::string& levelFile, c
     auto solid = std::make_unique<csgObject>();
     if (!unfit.contains(entry.name) && solid->load("./csg/" + entry.name))
         return solid;
-    unfit.insert(entry.name);
-    sayLeftOut(levelFile, entry, "./csg/" + entry.name + ".csg is missing or broken");
+    // Once unfit, said already.
+    if (unfit.insert(entry.name).second)
+        sayDataFault("./csg/" + entry.name + ".csg", solid->getLoadFault());
     return nullptr;
 }
 

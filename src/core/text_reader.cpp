@@ -15,8 +15,12 @@ constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 TextReader::TextReader(std::string fileText) : text(std::move(fileText)) {
     if (text.starts_with("\xEF\xBB\xBF"))
         position = 3;
-    else if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+    else if (isUtf16())
         fail("the file is UTF-16, save it as UTF-8");
+}
+
+bool TextReader::isUtf16() const {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
 
 bool TextReader::startItem() {

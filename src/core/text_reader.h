@@ -32,6 +32,8 @@ public:
     bool hasFailed() const { return failed; }
     /// What the first read that failed met, as in: "1,5" is no number.
     const TextFault& getFault() const { return fault; }
+    /// Whether the text is UTF-16, and no read succeeds.
+    bool isUtf16() const;
     /// Whether nothing but white space is left.
     bool isAtEnd();
     /// Number of the line, from 1, that the next item starts in: for messages about bad files.

@@ -8,6 +8,7 @@
 // the whole file. Counts of zero or less mean no records. What follows the last part is ignored.
 
 #include "core/data_limits.h"
+#include "core/text_reader.h"
 #include "csg/csg_mesh_data.h"
 
 #include <string>
@@ -32,9 +33,9 @@ enum class csgReadResult {
 
 /// Reads a file. When it is malformed, `fault` receives what is wrong and where, in a few words; `data` is then
 /// unusable.
-csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, std::string& fault);
+csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, TextFault& fault);
 /// The same for text already in memory; never cannotOpen.
-csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::string& fault);
+csgReadResult readCsgText(const std::string& text, csgMeshData& data, TextFault& fault);
 
 /// The text of a file that describes the mesh; reading it back gives the same faces in the same order, to the last bit.
 /// Faces of at most 1e-5, as carving puts them into its gaps and scaling down makes them, are written but not read

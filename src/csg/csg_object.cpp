@@ -24,14 +24,16 @@ csgObject::~csgObject() {
 bool csgObject::load(const std::string& path) {
     const std::string fileName = path + ".csg";
     csgMeshData data;
-    std::string fault;
+    TextFault fault{0, "the solid cannot be opened"};
     const csgReadResult result = readCsgFile(fileName, data, fault);
     if (result == csgReadResult::cannotOpen)
         logLine(" csgObject: Could not open csg file '%s' \n", fileName.c_str());
     else if (result == csgReadResult::malformed)
-        logLine(" csgObject: Bad csg file '%s': %s \n", fileName.c_str(), fault.c_str());
-    if (result != csgReadResult::ok)
+        logLine(" csgObject: Bad csg file '%s': line %d, %s \n", fileName.c_str(), fault.line, fault.text.c_str());
+    if (result != csgReadResult::ok) {
+        loadFault = fault;
         data.parts.clear();
+    }
     build(data);
 
     textures.clear();

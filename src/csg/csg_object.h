@@ -10,6 +10,7 @@
 // and subtracting from it or with it does nothing. Textures belong to the texture manager.
 
 #include "core/scene_node.h"
+#include "core/text_reader.h"
 #include "csg/csg_mesh.h"
 #include "platform/gl.h"
 
@@ -25,8 +26,10 @@ public:
     ~csgObject() override;
 
     /// Reads the file `path` + ".csg", replacing what the object held. False, and the object is empty, when the file
-    /// cannot be opened or is malformed; one line of the log says why.
+    /// cannot be opened or is malformed; one line of the log says why, and so does the fault.
     bool load(const std::string& path);
+    /// What was wrong with the file at the last load that failed.
+    const TextFault& getLoadFault() const { return loadFault; }
     /// Makes this solid the difference of itself and the tool, refreshes normals and drawing arrays. The tool is used
     /// up.
     void subtract(csgObject& tool);
@@ -48,6 +51,8 @@ public:
     csgObject* asCsgNode() override;
 
 private:
+    TextFault loadFault;
+
     void boundsChanged() override;
     void releaseBuffers();
     void fillBuffers();

@@ -1,7 +1,6 @@
 #include "csg/csg_file.h"
 
 #include "core/file_access.h"
-#include "core/text_reader.h"
 
 #include <utility>
 
@@ -10,11 +9,15 @@ namespace {
 /// Takes the items of a text one by one and says where the first fault is.
 class Items {
 public:
-    Items(std::string text, std::string& faultText) : reader(std::move(text)), fault(faultText) {}
+    Items(std::string text, TextFault& firstFault) : reader(std::move(text)), fault(firstFault) {}
 
     template <class Value>
     bool read(const char* what, Value& value) {
-        return reader.read(value) || refuse(std::string(what) + (reader.isAtEnd() ? " is missing" : " is no number"));
+        if (reader.read(value))
+            return true;
+        if (reader.isUtf16())
+            return refuse(reader.getFault().text);
+        return refuse(std::string(what) + (reader.isAtEnd() ? " is missing" : " is no number"));
     }
     bool readReal(const char* what, double& value) {
         if (!read(what, value))
@@ -22,7 +25,7 @@ public:
         return isCoordinate(value) || refuse(std::string(what) + " is too large");
     }
     bool refuse(const std::string& what) {
-        fault = "line " + std::to_string(reader.line()) + ", " + place + what;
+        fault = {reader.line(), place + what};
         return false;
     }
     /// What the next items belong to, for a fault.
@@ -30,7 +33,7 @@ public:
 
 private:
     TextReader reader;
-    std::string& fault;
+    TextFault& fault;
     std::string place;
 };
 
@@ -77,7 +80,7 @@ bool readTriangles(Items& items, csgMeshData::Part& part, const std::string& whe
 
 } // namespace
 
-csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::string& fault) {
+csgReadResult readCsgText(const std::string& text, csgMeshData& data, TextFault& fault) {
     data.parts.clear();
     Items items(text, fault);
     int count = 0;
@@ -97,7 +100,7 @@ csgReadResult readCsgText(const std::string& text, csgMeshData& data, std::strin
     return csgReadResult::ok;
 }
 
-csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, std::string& fault) {
+csgReadResult readCsgFile(const std::string& fileName, csgMeshData& data, TextFault& fault) {
     std::string text;
     if (!readWholeFile(fileName, text))
         return csgReadResult::cannotOpen;

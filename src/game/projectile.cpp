@@ -1,5 +1,6 @@
 #include "game/projectile.h"
 
+#include "core/data_error.h"
 #include "core/log.h"
 #include "core/module_manager.h"
 #include "core/sound_control.h"
@@ -85,7 +86,9 @@ void Projectile::carveCrater(const std::string& csgFile, const BoundingBox& box,
     csgObject* const land = node->asCsgNode();
     if (land != nullptr && box.intersects(node->getWorldBounds())) {
         csgObject tool;
-        if (tool.load(csgFile)) {
+        if (!tool.load(csgFile)) {
+            sayDataFault(csgFile + ".csg", tool.getLoadFault());
+        } else {
             tool.translate(static_cast<double>(position.x), static_cast<double>(position.y),
                            static_cast<double>(position.z));
             land->subtract(tool);

@@ -23,7 +23,7 @@ constexpr std::size_t tolerance = 4 * 1024;
 
 std::size_t facesOf(const std::string& solid) {
     csgMeshData data;
-    std::string fault;
+    TextFault fault;
     csgMesh mesh;
     if (readCsgFile("csg/" + solid + ".csg", data, fault) == csgReadResult::ok)
         mesh.build(data);

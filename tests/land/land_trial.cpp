@@ -34,7 +34,7 @@ std::vector<SolidEntry> readLevel(const std::string& level) {
 
 void loadMesh(csgMesh& mesh, const std::string& name) {
     csgMeshData data;
-    std::string fault;
+    TextFault fault;
     if (readCsgFile("csg/" + name + ".csg", data, fault) != csgReadResult::ok)
         throw std::runtime_error("cannot load solid '" + name + "'");
     mesh.build(data);

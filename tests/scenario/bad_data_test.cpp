@@ -77,11 +77,14 @@ TEST_F(BadData, TheLevelFile) {
     expectRefusal({"./level/flat.lev", "ground"});
     // What keeps the worms from finding ground is named, not that they find none.
     data.write("level/flat.lev", "1\nnowhere 1 1 1 0 0 0 0 0 0");
-    expectRefusal({"./level/flat.lev:2: \"nowhere\"", "./csg/nowhere.csg"});
+    expectRefusal({"./csg/nowhere.csg: the solid cannot be opened"});
     data.write("level/flat.lev", "1 slab\n1 1 1 0 0 0 0 -2e6 0");
     expectRefusal({"./level/flat.lev:1: \"slab\"", "million"});
     data.write("level/flat.lev", std::string("1\nno") + '\0' + "where 1 1 1 0 0 0 0 0 0");
-    expectRefusal({"./level/flat.lev:2: \"no?where\" is left out"});
+    expectRefusal({"./csg/no?where.csg: the solid cannot be opened"});
+    data.write("csg/broken.csg", "1\n4 0 0 0 0 0 1 0");
+    data.write("level/flat.lev", "1 broken 1 1 1 0 0 0 0 0 0");
+    expectRefusal({"./csg/broken.csg:2: part 0: vertex 1: z is missing"});
 }
 
 TEST_F(BadData, AMissingEntryOfALevelRepeatsTheLastCompleteOne) {

@@ -11,15 +11,15 @@ constexpr const char* tetrahedron = "1\n4\n0 0 0 0 0\n1 0 0 1 0\n0 1 0 0 1\n0 0 
 
 std::string faultOf(const std::string& text) {
     csgMeshData data;
-    std::string fault;
+    TextFault fault;
     EXPECT_EQ(readCsgText(text, data, fault), csgReadResult::malformed) << text;
-    return fault;
+    return "line " + std::to_string(fault.line) + ", " + fault.text;
 }
 
 csgMeshData dataOf(const std::string& text) {
     csgMeshData data;
-    std::string fault;
-    EXPECT_EQ(readCsgText(text, data, fault), csgReadResult::ok) << fault;
+    TextFault fault;
+    EXPECT_EQ(readCsgText(text, data, fault), csgReadResult::ok) << fault.text;
     return data;
 }
 
@@ -72,6 +72,7 @@ TEST(CsgFile, FaultsNameTheirPlace) {
     EXPECT_EQ(faultOf("1\n1\n0 1e31 0 0 0"), "line 3, part 0: vertex 0: y is too large");
     EXPECT_EQ(faultOf("1 1 0 0 0 0 0 1 0 0 1 rock"), "line 1, part 0: face 0: index 1 of 1 vertices");
     EXPECT_EQ(faultOf("1 1 0 0 0 0 0 1 0 -1 0 rock"), "line 1, part 0: face 0: index -1 of 1 vertices");
+    EXPECT_EQ(faultOf("\xFF\xFE 1"), "line 1, the file is UTF-16, save it as UTF-8");
     EXPECT_EQ(faultOf("99999999999 0"), "line 1, part count is no number");
 }
 
@@ -79,9 +80,9 @@ TEST(CsgFile, EveryTruncationIsRefused) {
     const std::string whole = tetrahedron;
     for (std::size_t length = 0; length < whole.size() - 7; ++length) {
         csgMeshData data;
-        std::string fault;
+        TextFault fault;
         EXPECT_EQ(readCsgText(whole.substr(0, length), data, fault), csgReadResult::malformed) << length;
-        EXPECT_FALSE(fault.empty());
+        EXPECT_FALSE(fault.text.empty());
     }
 }
 

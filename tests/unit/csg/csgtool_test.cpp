@@ -39,8 +39,8 @@ protected:
 
     static void build(csgMesh& mesh, const std::string& fileName) {
         csgMeshData meshData;
-        std::string fault;
-        ASSERT_EQ(readCsgFile(fileName, meshData, fault), csgReadResult::ok) << fault;
+        TextFault fault;
+        ASSERT_EQ(readCsgFile(fileName, meshData, fault), csgReadResult::ok) << fault.text;
         mesh.build(meshData);
     }
 
