@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -95,6 +96,31 @@ TEST_F(CsgTool, ExportsWhatOtherProgramsRead) {
     for (std::size_t at = text.find("\nf "); at != std::string::npos; at = text.find("\nf ", at + 1))
         ++faces;
     EXPECT_EQ(faces, 12u);
+}
+
+TEST_F(CsgTool, OutputKeepsLinksPermissionsAndPipes) {
+    namespace fs = std::filesystem;
+    ASSERT_EQ(run("obj csg/land.csg -o plain.obj").status, 0);
+    std::string whole;
+    ASSERT_TRUE(readWholeFile("plain.obj", whole));
+
+    data.write("real.obj", "old");
+    fs::permissions("real.obj", fs::perms(0640));
+    fs::create_symlink("real.obj", "link.obj");
+    EXPECT_EQ(run("obj csg/land.csg -o link.obj").status, 0);
+    EXPECT_TRUE(fs::is_symlink("link.obj"));
+    std::string text;
+    EXPECT_TRUE(readWholeFile("real.obj", text) && text == whole);
+    EXPECT_EQ(fs::status("real.obj").permissions(), fs::perms(0640));
+
+    ASSERT_EQ(std::system("mkfifo pipe && (timeout 10 cat pipe >got &) && " CSGTOOL " obj csg/land.csg -o pipe"), 0);
+    EXPECT_TRUE(fs::is_fifo("pipe"));
+    text.clear();
+    for (int tries = 0; tries < 100 && text != whole; ++tries) {
+        readWholeFile("got", text);
+        usleep(20'000);
+    }
+    EXPECT_EQ(text, whole);
 }
 
 TEST_F(CsgTool, BadInputGivesOneLineAndNoFile) {
