@@ -4,6 +4,7 @@
 #include "render/vector3.h"
 
 #include <bit>
+#include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
@@ -32,6 +33,11 @@ public:
             return value;
         failed = true;
         return 0.0f;
+    }
+    /// A float that only looks depend on: 0 where it is not finite.
+    float readLooseFloat() {
+        const float value = std::bit_cast<float>(read<std::uint32_t>());
+        return std::isfinite(value) ? value : 0.0f;
     }
     Vector3 readVector3() {
         const float x = readFloat();

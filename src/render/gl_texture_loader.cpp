@@ -1,6 +1,7 @@
 #include "render/gl_texture_loader.h"
 
 #include "core/byte_reader.h"
+#include "core/data_error.h"
 #include "core/file_access.h"
 #include "core/log.h"
 #include "core/module_manager.h"
@@ -9,12 +10,27 @@
 
 #include <array>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace {
 
 /// No image ID, no colour map, image type 2 (uncompressed true-colour), origin (0, 0).
 constexpr std::array<std::uint8_t, 12> acceptedHeader = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+
+/// What keeps a file with this beginning from being read, for whoever made it.
+std::string refusalOf(const std::array<std::uint8_t, 12>& header) {
+    const int type = header[2];
+    if (type == 9 || type == 10 || type == 11)
+        return "the picture is run-length coded, save it uncompressed";
+    if (header[1] != 0 || type == 1)
+        return "the picture has a palette, save it as true colour";
+    if (type == 3)
+        return "the picture is grey, save it as true colour";
+    if (type != 2)
+        return "this is no TGA picture";
+    return header[0] != 0 ? "the file has an image ID, save it without" : "the picture's origin is not at 0, 0";
+}
 
 /// Turns blue, green, red (, alpha) into red, green, blue (, alpha).
 void exchangeRedAndBlue(std::vector<std::uint8_t>& pixels, std::size_t bytesPerPixel) {
@@ -50,7 +66,7 @@ bool GLTextureLoader::readImage(const std::string& filePath, Image& image) {
         return false;
     }
     ByteReader in(bytes);
-    return readHeader(in, filePath, image) && readPixels(in, image);
+    return readHeader(in, filePath, image) && readPixels(in, filePath, image);
 }
 
 bool GLTextureLoader::readHeader(ByteReader& in, const std::string& filePath, Image& image) {
@@ -63,6 +79,7 @@ bool GLTextureLoader::readHeader(ByteReader& in, const std::string& filePath, Im
     }
     if (fixedHeader != acceptedHeader) {
         logLine(" GLTextureLoader: unknown file type of '%s' \n", filePath.c_str());
+        sayDataFault(filePath, {0, refusalOf(fixedHeader)});
         return false;
     }
     image.width = in.read<std::uint16_t>();
@@ -76,19 +93,27 @@ bool GLTextureLoader::readHeader(ByteReader& in, const std::string& filePath, Im
     image.bytesPerPixel = bpp / 8;
     if (image.width == 0 || image.height == 0 || (bpp != 24 && bpp != 32)) {
         logLine("GLTextureLoader : Invalid texture information \n");
+        sayDataFault(filePath, {0, std::to_string(image.width) + " x " + std::to_string(image.height) + " pixels of " +
+                                       std::to_string(bpp) + " bits; 24 and 32 bits are read"});
         return false;
     }
     return true;
 }
 
-bool GLTextureLoader::readPixels(ByteReader& in, Image& image) {
+bool GLTextureLoader::readPixels(ByteReader& in, const std::string& filePath, Image& image) {
     const auto pixelCount = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
     const auto bytesPerPixel = static_cast<std::size_t>(image.bytesPerPixel);
     if (!in.holds(pixelCount, bytesPerPixel)) {
         logLine("GLTextureLoader : Could not read Texturedata \n");
+        sayDataFault(filePath, {0, "the picture breaks off"});
         return false;
     }
-    image.pixels = in.readBytes(pixelCount * bytesPerPixel);
+    try {
+        image.pixels = in.readBytes(pixelCount * bytesPerPixel);
+    } catch (const std::bad_alloc&) {
+        logLine("GLTextureLoader : Could not Alloc Memory for Texture ");
+        return false;
+    }
     return true;
 }
 

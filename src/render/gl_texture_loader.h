@@ -1,9 +1,10 @@
 #pragma once
 
 // Reads uncompressed true-colour TGA files (24 or 32 bits, no image ID, no colour map, origin 0) into mipmapped GL
-// textures. Every other variant is refused; the reason goes to the log and the result is null. Rows are uploaded in
-// file order: the first row of the file is texture row t = 0. Memory is asked for only after the file was seen to be
-// long enough for the picture its header promises; what follows the picture is ignored.
+// textures. Every other variant is refused; the reason goes to the log, in plainer words it is said
+// (core/data_error.h), and the result is null. Rows are uploaded in file order: the first row of the file is texture
+// row t = 0. Memory is asked for only after the file was seen to be long enough for the picture its header promises;
+// what follows the picture is ignored.
 
 #include "render/texture_loader.h"
 
@@ -31,7 +32,7 @@ private:
 
     static bool readImage(const std::string& filePath, Image& image);
     static bool readHeader(ByteReader& in, const std::string& filePath, Image& image);
-    static bool readPixels(ByteReader& in, Image& image);
+    static bool readPixels(ByteReader& in, const std::string& filePath, Image& image);
     static Texture* upload(const std::string& name, const Image& image);
 
     std::string path;

@@ -25,6 +25,7 @@ public:
     ~MilkShapeModel() override;
 
     /// Reads "./mesh/" + modelName + ".ms3d" and, when it is there, ".ani"; starts the first clip. True on success.
+    /// Positions, keys and joints must be whole; a normal, texture coordinate or colour that is not finite counts as 0.
     bool load(const std::string& modelName);
     /// Starts a clip from its beginning; nothing happens when it plays already or is not known.
     void setAnimation(const std::string& clipName);

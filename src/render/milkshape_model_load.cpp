@@ -32,7 +32,7 @@ constexpr float smallestDeterminant = 0.0005f;
 std::array<float, 4> readColour(ByteReader& in) {
     std::array<float, 4> colour;
     for (float& channel : colour)
-        channel = in.readFloat();
+        channel = in.readLooseFloat();
     return colour;
 }
 
@@ -145,12 +145,15 @@ void MilkShapeModel::readTriangles(ByteReader& in) {
         in.skip(2); // flags
         for (std::uint32_t& index : triangle.vertexIndices)
             index = in.read<std::uint16_t>();
-        for (Vector3& normal : triangle.normals)
-            normal = in.readVector3();
+        for (Vector3& normal : triangle.normals) {
+            normal.x = in.readLooseFloat();
+            normal.y = in.readLooseFloat();
+            normal.z = in.readLooseFloat();
+        }
         for (float& s : triangle.s)
-            s = in.readFloat();
+            s = in.readLooseFloat();
         for (float& t : triangle.t)
-            t = 1.0f - in.readFloat();
+            t = 1.0f - in.readLooseFloat();
         in.skip(2); // smoothing group, group index
     }
 }
@@ -169,7 +172,8 @@ void MilkShapeModel::readGroups(ByteReader& in) {
         group.triangleIndices.resize(triangleCount);
         for (std::uint32_t& index : group.triangleIndices)
             index = in.read<std::uint16_t>();
-        group.materialIndex = in.read<std::int8_t>();
+        // Below zero there is none, whichever number says so.
+        group.materialIndex = std::max<std::int8_t>(in.read<std::int8_t>(), -1);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <limits>
 #include <numbers>
 
@@ -63,6 +64,28 @@ protected:
         EXPECT_NEAR(corner[1], y, 1e-4f);
     }
 };
+
+TEST_F(MilkShapeModelTest, WhatOnlyLooksDependOnMayBeNoNumber) {
+    // Offsets in the file of one triangle: its normals and texture coordinates, and the group's material.
+    const std::size_t firstNormal = 16 + 3 * 15 + 2 + 8;
+    const std::size_t firstS = firstNormal + 36;
+    const std::size_t material = 16 + 3 * 15 + 2 + 70 + 2 + 33 + 2 + 2;
+    std::string bytes = arm().bytes();
+    ASSERT_EQ(bytes.at(material), -1);
+    const float infinite = std::numeric_limits<float>::infinity();
+    std::memcpy(&bytes[firstNormal + 4], &infinite, sizeof infinite);
+    std::memcpy(&bytes[firstS + 4], &infinite, sizeof infinite);
+    bytes[material] = -7;
+    data.write("mesh/m.ms3d", bytes);
+    ASSERT_TRUE(model.load("m"));
+    EXPECT_EQ(model.getTriangles()[0].normals[0].y, 0.0f);
+    EXPECT_EQ(model.getTriangles()[0].s[1], 0.0f);
+    EXPECT_EQ(model.getTriangles()[0].s[2], 0.25f);
+    model.draw();
+    std::memcpy(&bytes[16 + 1], &infinite, sizeof infinite); // the first corner's x
+    data.write("mesh/m.ms3d", bytes);
+    EXPECT_FALSE(model.load("m"));
+}
 
 TEST_F(MilkShapeModelTest, MovesVerticesIntoTheirJointsSpace) {
     ASSERT_TRUE(load(arm()));

@@ -1,3 +1,4 @@
+#include "core/data_error.h"
 #include "platform/gl.h"
 #include "platform/headless/headless.h"
 #include "render/gl_texture.h"
@@ -70,6 +71,29 @@ TEST_F(TextureTest, EveryOtherFileIsRefused) {
     }
     std::filesystem::create_directory("textures/folder.tga");
     EXPECT_EQ(manager.getTexture("folder"), nullptr);
+}
+
+TEST_F(TextureTest, ARefusalSaysWhatTheFileIs) {
+    std::string withId = tga(1, 1, 24, "abc");
+    withId[0] = 3;
+    std::string withPalette = tga(1, 1, 24, "abc");
+    withPalette[1] = 1;
+    const std::pair<std::string, const char*> refused[] = {{tga(1, 1, 24, "abc", 10), "run-length"},
+                                                           {tga(1, 1, 8, "a", 3), "grey"},
+                                                           {tga(1, 1, 8, "a", 1), "palette"},
+                                                           {withPalette, "palette"},
+                                                           {withId, "image ID"},
+                                                           {tga(1, 1, 16, "ab"), "1 x 1 pixels of 16 bits"},
+                                                           {tga(2, 3, 24, "abc"), "breaks off"}};
+    for (const auto& [file, reason] : refused) {
+        data.write("textures/odd.tga", file);
+        forgetDataFaults();
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(manager.getTexture("odd"), nullptr);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_TRUE(said.find("textures/odd.tga: ") != std::string::npos && said.find(reason) != std::string::npos)
+            << said << " lacks " << reason;
+    }
 }
 
 TEST_F(TextureTest, BindingSetsTheFiltersOfWhatWasBoundBefore) {
