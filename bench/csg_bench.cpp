@@ -1,7 +1,7 @@
 // One cut into landscapes of three sizes, fresh and after a hundred craters. Beside the time each row shows the faces
 // before and after and a hash of the result: a change that is only to be faster must leave the hash alone.
 
-#include "csg/csg_mesh.h"
+#include "csg/solid/csg_mesh.h"
 #include "support/solids.h"
 
 #include <benchmark/benchmark.h>

@@ -6,15 +6,15 @@
 #include "support/test_services.h"
 #include "support/world_hash.h"
 
-#include "core/game_loader.h"
-#include "core/scene_node.h"
-#include "core/timer.h"
-#include "game/collision_detection.h"
-#include "game/collision_packet.h"
-#include "game/rocket.h"
+#include "core/app/game_loader.h"
+#include "core/scene/scene_node.h"
+#include "core/services/timer.h"
+#include "game/armoury/rocket.h"
+#include "game/collision/collision_detection.h"
+#include "game/collision/collision_packet.h"
 #include "platform/crt_random.h"
 #include "platform/headless/headless.h"
-#include "render/camera.h"
+#include "render/camera/camera.h"
 
 #include <benchmark/benchmark.h>
 

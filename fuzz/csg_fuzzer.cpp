@@ -1,7 +1,7 @@
-#include "csg/csg_file.h"
-#include "csg/csg_object.h"
+#include "csg/land/csg_object.h"
+#include "csg/solid/csg_file.h"
 #include "platform/headless/headless.h"
-#include "render/renderer.h"
+#include "render/device/renderer.h"
 #include "support/bench.h"
 
 #include <cmath>
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& vertex : solid.getVertices())
         require(isInReach(vertex->position), "every corner is in reach");
     requireReadBack(solid);
-    for (const int mode : {renderImmediate, renderVertexArray, renderVertexBuffer}) {
+    for (const RenderMode mode : {RenderMode::immediate, RenderMode::vertexArray, RenderMode::vertexBuffer}) {
         theModuleManager->getRenderer()->renderMode = mode;
         solid.rebuildArrays();
         Bench::drawn([&solid] { solid.draw(); });

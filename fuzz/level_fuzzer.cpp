@@ -1,4 +1,4 @@
-#include "core/level_files.h"
+#include "core/app/level_files.h"
 #include "support/bench.h"
 #include "support/playground.h"
 
@@ -21,10 +21,8 @@ bool isGround(const SolidEntry& solid) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::vector<SolidEntry> solids;
-    std::vector<TextFault> faults;
-    const bool good = readLevelText(std::string(data, data + size), solids, faults);
-    require(good || !faults.empty(), "a refusal has a reason");
+    const auto [usable, solids, faults] = readLevelText(std::string(data, data + size));
+    require(usable || !faults.empty(), "a refusal has a reason");
     require(solids.size() <= static_cast<std::size_t>(mostSolids), "the number of solids is in bounds");
     if (solids.size() > mostBuilt)
         return 0;

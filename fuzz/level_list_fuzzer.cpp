@@ -1,6 +1,6 @@
-#include "core/data_limits.h"
-#include "core/game_loader.h"
-#include "core/level_files.h"
+#include "core/app/game_loader.h"
+#include "core/app/level_files.h"
+#include "core/base/data_limits.h"
 #include "support/memory_files.h"
 #include "support/require.h"
 

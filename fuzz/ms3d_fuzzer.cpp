@@ -1,4 +1,4 @@
-#include "render/milkshape_model.h"
+#include "render/view/milkshape_model.h"
 #include "support/bench.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "render/static_mesh.h"
+#include "render/view/static_mesh.h"
 #include "support/bench.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,4 +1,4 @@
-#include "core/level_files.h"
+#include "core/app/level_files.h"
 #include "support/bench.h"
 #include "support/playground.h"
 
@@ -12,10 +12,8 @@ constexpr int mostPlayed = 3;
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::vector<TeamEntry> teams;
-    std::vector<TextFault> faults;
-    const bool good = readTeamListText(std::string(data, data + size), teams, faults);
-    require(good || !faults.empty(), "a refusal has a reason");
+    const auto [usable, teams, faults] = readTeamListText(std::string(data, data + size));
+    require(usable || !faults.empty(), "a refusal has a reason");
     require(teams.size() <= static_cast<std::size_t>(mostTeams), "the number of teams is in bounds");
     int worms = 0;
     for (const TeamEntry& team : teams)

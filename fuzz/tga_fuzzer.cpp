@@ -1,6 +1,6 @@
 #include "platform/headless/headless.h"
-#include "render/gl_texture.h"
-#include "render/texture_loader.h"
+#include "render/device/gl_texture.h"
+#include "render/device/texture_loader.h"
 #include "support/bench.h"
 
 #include <memory>

@@ -1,17 +1,16 @@
 // What a level maker needs to know and do about .csg solids, with the game's own loader and boolean difference.
 //
 //   csgtool info FILE.csg                                 what is in it; exit status 1 when it is not closed
+//   csgtool check FILE.csg                                a sentence for each fault; exit status 1 when there is one
 //   csgtool subtract LAND.csg TOOL.csg --at X Y Z ... [--centres FILE] -o OUT.csg [--stats] [--rough]
 //   csgtool obj FILE.csg -o OUT.obj                       for other 3D programs
 //
 // Exit status 2, one line on stderr and no output file when an argument or a file is bad.
 
-#include "core/module_manager.h"
-#include "core/timer.h"
-#include "csg/csg_file.h"
-#include "csg/csg_measure.h"
-#include "csg/csg_object.h"
+#include "csg/solid/csg_file.h"
+#include "csg/solid/csg_measure.h"
 #include "file_output.h"
+#include "solid_bodies.h"
 #include "solid_input.h"
 #include "wavefront.h"
 
@@ -26,7 +25,7 @@
 
 namespace {
 
-constexpr int exitNotClosed = 1;
+constexpr int exitFaulty = 1;
 constexpr int exitBadInput = 2;
 
 struct Arguments {
@@ -44,25 +43,14 @@ void writeOutput(const std::string& fileName, const std::string& contents) {
         throw ToolError("cannot write '" + fileName + "'");
 }
 
-/// Faces that the file describes and the loader drops: corners that coincide, or hardly any area.
-std::size_t countDroppedFaces(const csgObject& solid, const std::string& fileName) {
-    csgMeshData data;
-    TextFault fault;
-    std::size_t described = 0;
-    if (readCsgFile(fileName, data, fault) == csgReadResult::ok) {
-        for (const csgMeshData::Part& part : data.parts)
-            described += part.triangles.size();
-    }
-    return described - solid.countFaces();
-}
-
 int showInfo(const Arguments& arguments) {
-    csgObject solid;
-    loadSolid(solid, arguments.land);
+    Solid loaded;
+    loadSolid(loaded, arguments.land);
+    const csgMesh& solid = loaded.mesh;
     std::printf("parts            %zu\n", solid.getParts().size());
     for (std::size_t i = 0; i < solid.getParts().size(); ++i)
         std::printf("  part %zu         %zu faces, texture %s\n", i, solid.getParts()[i].size(),
-                    solid.getTextureNames()[i].c_str());
+                    loaded.textureNames[i].c_str());
     std::printf("vertices         %zu\n", solid.getVertices().size());
     std::printf("faces            %zu\n", solid.countFaces());
     if (solid.getBounds()) {
@@ -74,10 +62,48 @@ int showInfo(const Arguments& arguments) {
     std::printf("volume           %.12g\n", volumeOf(solid));
     std::printf("area             %.12g\n", areaOf(solid));
     std::printf("open edges       %zu\n", openEdges);
-    std::printf("degenerate faces %zu\n", countDroppedFaces(solid, arguments.land));
+    std::printf("degenerate faces %zu\n", loaded.droppedFaces);
     const bool closed = openEdges == 0 && solid.countFaces() > 0;
     std::printf("closed           %s\n", closed ? "yes" : "no");
-    return closed ? 0 : exitNotClosed;
+    const Bodies bodies = findBodies(solid);
+    std::printf("bodies           %zu\n", bodies.count);
+    for (const BodyContact& contact : bodies.contacts)
+        std::printf("  contact        of bodies %zu and %zu near (%.9g, %.9g, %.9g)\n", contact.first, contact.second,
+                    contact.where.x, contact.where.y, contact.where.z);
+    return closed ? 0 : exitFaulty;
+}
+
+/// What would make craters in a solid go wrong.
+int checkSolid(const Arguments& arguments) {
+    Solid loaded;
+    loadSolid(loaded, arguments.land);
+    const csgMesh& solid = loaded.mesh;
+    int status = 0;
+    const auto say = [&](const std::string& fault) {
+        std::printf("%s: %s\n", arguments.land.c_str(), fault.c_str());
+        status = exitFaulty;
+    };
+    if (solid.countFaces() == 0) {
+        say("there are no faces");
+        return status;
+    }
+    if (loaded.droppedFaces > 0)
+        say(std::to_string(loaded.droppedFaces) + " faces have no area to speak of: join their corners");
+    if (const std::size_t openEdges = openEdgesOf(solid); openEdges > 0) {
+        say("it is not closed: " + std::to_string(openEdges) +
+            " edges have not one face on each side; join corners that belong together, fill holes, drop inner walls");
+        return status;
+    }
+    if (volumeOf(solid) <= 0.0)
+        say("it is turned inside out: flip its faces");
+    for (const BodyContact& contact : findBodies(solid).contacts) {
+        std::array<char, 128> where{};
+        std::snprintf(where.data(), where.size(), "(%.6g, %.6g, %.6g)", contact.where.x, contact.where.y,
+                      contact.where.z);
+        say("bodies " + std::to_string(contact.first) + " and " + std::to_string(contact.second) +
+            " touch or overlap near " + where.data() + ": join them to one, or make them two files of a level");
+    }
+    return status;
 }
 
 std::vector<csgVector> centresOf(const Arguments& arguments) {
@@ -99,9 +125,10 @@ std::vector<csgVector> centresOf(const Arguments& arguments) {
 
 void showCut(std::size_t number, const csgMesh::CarveStats& stats, double milliseconds) {
     std::printf("cut %zu: faces %zu -> %zu, removed %zu, adopted %zu, too small %zu, mended %zu, overruled %zu, "
-                "kept uncut %zu, %.2f ms\n",
+                "kept uncut %zu, joined %zu, %.2f ms%s\n",
                 number, stats.facesBefore, stats.facesAfter, stats.removed, stats.adopted, stats.tooSmall, stats.mended,
-                stats.overruled, stats.keptUncut, milliseconds);
+                stats.overruled, stats.keptUncut, stats.joined, milliseconds,
+                stats.isRepeat ? ", cut here before" : "");
 }
 
 void showResult(const csgMesh& land) {
@@ -112,31 +139,31 @@ void showResult(const csgMesh& land) {
 
 int subtractTools(const Arguments& arguments) {
     const std::vector<csgVector> centres = centresOf(arguments);
-    csgObject land;
-    loadSolid(land, arguments.land);
+    Solid solid;
+    loadSolid(solid, arguments.land);
+    csgMesh& land = solid.mesh;
     for (std::size_t i = 0; i < centres.size(); ++i) {
-        csgObject tool;
-        loadSolid(tool, arguments.tool);
+        Solid loaded;
+        loadSolid(loaded, arguments.tool);
+        csgMesh& tool = loaded.mesh;
         tool.translate(centres[i].x, centres[i].y, centres[i].z);
         const auto start = std::chrono::steady_clock::now();
-        if (arguments.rough)
-            land.carve(tool, csgMesh::CarveFinish::rough);
-        else
-            land.subtract(tool);
+        if (land.canBeCarvedBy(tool))
+            land.carve(tool, arguments.rough ? csgMesh::CarveFinish::rough : csgMesh::CarveFinish::closed);
         const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start;
         if (arguments.stats)
             showCut(i + 1, land.getCarveStats(), elapsed.count());
     }
     if (arguments.stats)
         showResult(land);
-    writeOutput(arguments.output, writeCsgText(land, land.getTextureNames()));
+    writeOutput(arguments.output, writeCsgText(land, solid.textureNames));
     return 0;
 }
 
 int exportWavefront(const Arguments& arguments) {
-    csgObject solid;
+    Solid solid;
     loadSolid(solid, arguments.land);
-    writeOutput(arguments.output, writeWavefrontText(solid));
+    writeOutput(arguments.output, writeWavefrontText(solid.mesh, solid.textureNames));
     return 0;
 }
 
@@ -147,6 +174,9 @@ int run(int argumentCount, char** values) {
 
     CLI::App* const info = app.add_subcommand("info", "Say what a solid holds; status 1 when it is not closed");
     info->add_option("FILE", arguments.land, "solid to look at")->required();
+
+    CLI::App* const check = app.add_subcommand("check", "Name what is wrong with a solid; status 1 when something is");
+    check->add_option("FILE", arguments.land, "solid to check")->required();
 
     CLI::App* const subtract =
         app.add_subcommand("subtract", "Cut a tool out of a solid, once for each centre in turn");
@@ -169,20 +199,19 @@ int run(int argumentCount, char** values) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
         if (app.get_subcommands().empty() && argumentCount > 1)
-            throw ToolError("'" + std::string(values[1]) + "' is none of info, subtract and obj");
+            throw ToolError("'" + std::string(values[1]) + "' is none of info, check, subtract and obj");
         throw ToolError(error.what());
     }
     if (info->parsed())
         return showInfo(arguments);
+    if (check->parsed())
+        return checkSolid(arguments);
     return subtract->parsed() ? subtractTools(arguments) : exportWavefront(arguments);
 }
 
 } // namespace
 
 int main(int argumentCount, char** values) {
-    ModuleManager services;
-    theModuleManager = &services;
-    new Timer; // registers itself; the registry ends it
     try {
         return run(argumentCount, values);
     } catch (const ToolError& error) {

@@ -1,37 +1,35 @@
 #include "solid_input.h"
 
-#include "core/file_access.h"
-#include "core/log.h"
-#include "core/text_reader.h"
-#include "csg/csg_object.h"
+#include "core/base/file_access.h"
+#include "core/base/text_reader.h"
+#include "csg/solid/csg_file.h"
 
 namespace {
 
 constexpr std::string_view solidSuffix = ".csg";
 
-std::string lastFault; // of the loader, which tells the log
-
-void keepFault(const char* text) {
-    if (std::string_view(text).starts_with(" csgObject:"))
-        lastFault = text;
-}
-
-/// Without blanks and line ends around it.
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \n");
-    return first == std::string::npos ? text : text.substr(first, text.find_last_not_of(" \n") - first + 1);
-}
-
 } // namespace
 
-void loadSolid(csgObject& solid, const std::string& fileName) {
+void loadSolid(Solid& solid, const std::string& fileName) {
     if (!fileName.ends_with(solidSuffix))
         throw ToolError("'" + fileName + "' does not end in .csg");
-    setLogSink(keepFault);
-    const bool loaded = solid.load(fileName.substr(0, fileName.size() - solidSuffix.size()));
-    setLogSink(nullptr);
-    if (!loaded)
-        throw ToolError(trimmed(lastFault));
+    csgMeshData data;
+    TextFault fault;
+    switch (readCsgFile(fileName, data, fault)) {
+    case csgReadResult::ok:
+        break;
+    case csgReadResult::cannotOpen:
+        throw ToolError("cannot open '" + fileName + "'");
+    case csgReadResult::malformed:
+        throw ToolError(fileName + ":" + std::to_string(fault.line) + ": " + fault.text);
+    }
+    solid.mesh.build(data);
+    std::size_t described = 0;
+    for (const csgMeshData::Part& part : data.parts) {
+        solid.textureNames.push_back(part.texture);
+        described += part.triangles.size();
+    }
+    solid.droppedFaces = described - solid.mesh.countFaces();
 }
 
 std::vector<csgVector> readCentres(const std::string& fileName) {

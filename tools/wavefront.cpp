@@ -1,6 +1,6 @@
 #include "wavefront.h"
 
-#include "csg/csg_object.h"
+#include "csg/solid/csg_mesh.h"
 
 #include <cstdio>
 #include <map>
@@ -20,7 +20,7 @@ void appendNumbers(std::string& text, const char* keyword, std::initializer_list
 
 } // namespace
 
-std::string writeWavefrontText(const csgObject& solid) {
+std::string writeWavefrontText(const csgMesh& solid, const std::vector<std::string>& textureNames) {
     std::string text;
     std::map<const csgVertex*, std::size_t> numbers; // looked up only; both lists of an .obj file count from 1
     for (const auto& vertex : solid.getVertices()) {
@@ -31,7 +31,7 @@ std::string writeWavefrontText(const csgObject& solid) {
     }
     std::size_t tex = 0;
     for (std::size_t i = 0; i < solid.getParts().size(); ++i) {
-        text += "g part" + std::to_string(i) + "\nusemtl " + solid.getTextureNames()[i] + '\n';
+        text += "g part" + std::to_string(i) + "\nusemtl " + textureNames[i] + '\n';
         for (const auto& face : solid.getParts()[i]) {
             std::string corners = "f";
             for (std::size_t c = 0; c < 3; ++c) {

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-class csgObject;
+class csgMesh;
 
-/// The solid as the text of a Wavefront .obj file: a group and a material name for each part.
-std::string writeWavefrontText(const csgObject& solid);
+/// The solid as the text of a Wavefront .obj file: a group for each part, with a texture's name as its material.
+std::string writeWavefrontText(const csgMesh& solid, const std::vector<std::string>& textureNames);

@@ -1,6 +1,6 @@
 #include "support/bench.h"
 
-#include "core/log.h"
+#include "core/base/log.h"
 #include "platform/crt_random.h"
 #include "platform/headless/headless.h"
 

@@ -1,7 +1,7 @@
 #include "support/memory_files.h"
 
-#include "core/data_limits.h"
-#include "core/file_access.h"
+#include "core/base/data_limits.h"
+#include "core/base/file_access.h"
 
 #include <map>
 

@@ -1,12 +1,12 @@
 #include "support/playground.h"
 
-#include "core/data_error.h"
-#include "core/game_loader.h"
-#include "core/scene_node.h"
-#include "core/team_manager.h"
+#include "core/app/game_loader.h"
+#include "core/base/data_error.h"
+#include "core/scene/scene_node.h"
+#include "core/teams/team_manager.h"
 #include "platform/headless/headless.h"
-#include "render/camera.h"
-#include "render/hud.h"
+#include "render/camera/camera.h"
+#include "render/view/hud.h"
 #include "support/bench.h"
 
 namespace {

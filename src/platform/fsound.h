@@ -1,6 +1,7 @@
 #pragma once
 
-// The seven calls of the sound library that the game plays music and effects through.
+// The calls of the sound library that the game plays music and effects through, and one that says why a file is
+// refused.
 //
 // A stream is one opened sound file. Channels are numbered from 0; a stream started on a channel replaces what plays
 // there; one stream plays on one channel at a time and starting it again starts it from its beginning. A looping stream
@@ -15,8 +16,10 @@ inline constexpr unsigned int FSOUND_LOOP_NORMAL = 0x2;
 signed char FSOUND_Init(int mixRate, int maxSoftwareChannels, unsigned int flags);
 /// Stops the mixer.
 void FSOUND_Close();
-/// Opens a WAV file; null when it is missing, unreadable or no sound (sdl/wave_file.h). The caller closes the stream.
+/// Opens a WAV file; null when it is missing, unreadable or no sound (sdl/wave_sound.h). The caller closes the stream.
 FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int offset, int length);
+/// Why the file that was opened last is no sound; "" when it is one, or not there.
+const char* FSOUND_Stream_GetOpenFault();
 signed char FSOUND_Stream_Close(FSOUND_STREAM* stream);
 /// Plays the stream from its beginning on a channel; the channel's number, or -1.
 int FSOUND_Stream_Play(int channel, FSOUND_STREAM* stream);

@@ -3,7 +3,7 @@
 // The desktop as the game expects it: window, message, cursor, display-mode, message-box, tick and WGL calls under
 // their established names, with the established constants and argument orders.
 //
-// Everything runs on the one thread that created the window. Screen positions are pixels from the top left corner of
+// One thread makes the window and calls all of it. Screen positions are pixels from the top left corner of
 // the screen; ticks are unsigned 32-bit milliseconds that wrap after 49.7 days. The backend is chosen when the program
 // is linked: sdl/ shows a real window, headless/ is driven by tests. On Windows this header steps aside for the
 // system's own.

@@ -41,7 +41,7 @@ done
 
 sounds=0
 for sound in sound/*/*.wav; do
-  [ "$(soxi -r "$sound")" = 44100 ] && [ "$(soxi -b "$sound")" = 16 ] || fail "$sound is not 44.1 kHz and 16 bit"
+  [ "$(soxi -r "$sound")/$(soxi -b "$sound")" = 44100/16 ] || fail "$sound is not 44.1 kHz and 16 bit"
   sox "$sound" -n stat 2>/dev/null || fail "$sound is not read to its end"
   sounds=$((sounds + 1))
 done

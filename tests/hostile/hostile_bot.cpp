@@ -1,20 +1,19 @@
 #include "hostile/hostile_bot.h"
 
-#include "core/module_manager.h"
-#include "core/team.h"
-#include "core/team_manager.h"
-#include "game/airstrike.h"
-#include "game/beam.h"
-#include "game/weapon.h"
-#include "game/worm.h"
+#include "core/services/module_manager.h"
+#include "core/teams/team.h"
+#include "core/teams/team_manager.h"
+#include "game/armoury/airstrike.h"
+#include "game/armoury/beam.h"
+#include "game/play/weapon.h"
+#include "game/play/worm.h"
 #include "hostile/inspection.h"
 #include "platform/headless/headless.h"
-#include "render/texture_manager.h"
+#include "render/device/texture_manager.h"
 #include "support/play.h"
 #include "support/world_hash.h"
 
 #include <algorithm>
-#include <bit>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -46,13 +45,10 @@ std::string stateOfGame() {
     if (worm == nullptr)
         return {};
     const Vector3 at = worm->getPosition();
-    const Vector3& velocity = worm->jumpVelocity;
     char line[256];
-    std::snprintf(line, sizeof line, "; %s has the turn at (%g, %g, %g)%s (%g, %g, %g), weapon %d",
-                  worm->getWormName().c_str(), static_cast<double>(at.x), static_cast<double>(at.y),
-                  static_cast<double>(at.z), worm->jumping ? " and flies with" : ", last velocity",
-                  static_cast<double>(velocity.x), static_cast<double>(velocity.y), static_cast<double>(velocity.z),
-                  worm->weapon != nullptr ? worm->weapon->getWeaponIndex() + 1 : 0);
+    std::snprintf(line, sizeof line, "; %s has the turn at (%g, %g, %g)%s, weapon %d", worm->getWormName().c_str(),
+                  static_cast<double>(at.x), static_cast<double>(at.y), static_cast<double>(at.z),
+                  worm->jumping ? " and flies" : "", worm->weapon != nullptr ? worm->weapon->getWeaponIndex() + 1 : 0);
     return line;
 }
 
@@ -98,10 +94,7 @@ void HostileBot::endOfGame(int status) {
         fail(headless::problems().front());
     if (round <= rounds)
         fail("the game ended before its time");
-    checkThatAllWasTried();
-}
-
-void HostileBot::checkThatAllWasTried() {
+    // A run of some length has to have done everything, or its silence says little.
     if (rounds >= roundsForEverything &&
         (*std::min_element(shots.begin(), shots.end()) == 0 || input.getMinimisations() == 0 ||
          input.getEmptyFrames() == 0 || input.getLongFrames() == 0))
@@ -129,7 +122,13 @@ void HostileBot::endOfFrame() {
         std::_Exit(1);
     }
     inspect();
-    mixFrame();
+    for (const Team* const team : theModuleManager->getTeamManager()->getTeams()) {
+        for (const Worm* const worm : team->getWorms()) {
+            const Vector3 position = worm->getPosition();
+            for (const float value : {position.x, position.y, position.z, worm->getHealth()})
+                hash.add(value);
+        }
+    }
     input.chooseFrameTime(pace);
 }
 
@@ -151,20 +150,6 @@ void HostileBot::countShots(const Worm* active) {
     if (fired > lastShots)
         shots[static_cast<std::size_t>(weapon->getWeaponIndex())] += fired - lastShots;
     lastShots = fired;
-}
-
-void HostileBot::mixFrame() {
-    for (const Team* const team : theModuleManager->getTeamManager()->getTeams())
-        for (const Worm* const worm : team->getWorms()) {
-            const Vector3 position = worm->getPosition();
-            for (const float value : {position.x, position.y, position.z, worm->getHealth()})
-                mix(std::bit_cast<std::uint32_t>(value));
-        }
-}
-
-void HostileBot::mix(std::uint64_t value) {
-    hash = (hash ^ value) * 1099511628211u;
-    hash ^= hash >> 32;
 }
 
 void HostileBot::fail(const std::string& what) {
@@ -205,15 +190,14 @@ void HostileBot::beginRound() {
 }
 
 Script HostileBot::playRound() {
-    const unsigned wildTurns = random.below(6);
-    for (unsigned turn = 0; turn < wildTurns && !isRoundOver(); ++turn)
+    for (unsigned turn = random.below(6); turn > 0 && !isRoundOver(); --turn)
         co_await playWildTurn();
     co_await finishRound();
     if (!scene->isGone())
-        mix(world::stateHash());
+        hash.add(world::stateHash());
     log.end(framesOfRound, turnsOfRound);
     if (reporting) {
-        std::printf("%s: %016" PRIx64 "\n", whereabouts().c_str(), hash);
+        std::printf("%s: %016" PRIx64 "\n", whereabouts().c_str(), getHash());
         std::fflush(stdout);
     }
     co_await startNextRound();
@@ -221,22 +205,18 @@ Script HostileBot::playRound() {
 
 Script HostileBot::playWildTurn() {
     co_await checkThatTheWormCanMove();
-    const unsigned parts = 1 + random.below(4);
-    for (unsigned part = 0; part < parts && !isRoundOver(); ++part) {
-        if (random.perMille(500))
-            co_await playWildly(20 + random.below(60));
-        else
+    for (unsigned part = 1 + random.below(4); part > 0 && !isRoundOver(); --part) {
+        if (random.perMille(500)) {
             co_await playOneMove();
+            continue;
+        }
+        for (unsigned frame = 20 + random.below(60); frame > 0 && !isRoundOver(); --frame) {
+            for (unsigned count = random.below(3); count > 0; --count)
+                input.causeEvent();
+            co_await frames(1);
+        }
     }
     input.releaseEverything();
-}
-
-Script HostileBot::playWildly(unsigned frameCount) {
-    for (unsigned frame = 0; frame < frameCount && !isRoundOver(); ++frame) {
-        for (unsigned count = random.below(3); count > 0; --count)
-            input.causeEvent();
-        co_await frames(1);
-    }
 }
 
 Script HostileBot::playOneMove() {

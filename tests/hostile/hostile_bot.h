@@ -4,10 +4,11 @@
 // ms to 10 s. Each round begins with some turns of that and is then brought to its end by means open to every player:
 // the bazooka at one's own feet. Everything follows from the seed, the game's own random stream included.
 
-#include "core/scene_node.h"
+#include "core/scene/scene_node.h"
 #include "hostile/bot_random.h"
 #include "hostile/round_log.h"
 #include "hostile/wild_input.h"
+#include "support/hash.h"
 #include "support/script.h"
 
 #include <array>
@@ -26,7 +27,7 @@ public:
     /// What went wrong, with seed, round, frame and level; empty when nothing did.
     const std::string& getFault() const { return fault; }
     /// Over the worms in every frame and the whole world at the end of every round.
-    std::uint64_t getHash() const { return hash; }
+    std::uint64_t getHash() const { return hash.get(); }
     /// What was played, line by line, and what the levels held in memory.
     void print() const;
     /// Where the bot is now, for whoever reports an abrupt end; touches nothing of the game.
@@ -37,16 +38,11 @@ private:
     void endOfGame(int status);
     void inspect();
     void countShots(const Worm* active);
-    /// A run of some length has to have done everything, or its silence says little.
-    void checkThatAllWasTried();
-    void mixFrame();
-    void mix(std::uint64_t value);
     void fail(const std::string& what);
 
     Script playRounds();
     Script playRound();
     Script playWildTurn();
-    Script playWildly(unsigned frameCount);
     Script playOneMove();
     Script finishRound();
     Script walkSomewhere();
@@ -64,7 +60,7 @@ private:
     WildInput input;
     RoundLog log;
     std::string fault;
-    std::uint64_t hash = 14695981039346656037u;
+    Hash<> hash;
 
     unsigned round = 0;
     std::string levelName;

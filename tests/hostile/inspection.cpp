@@ -1,20 +1,20 @@
 #include "hostile/inspection.h"
 
-#include "core/module_manager.h"
-#include "core/team.h"
-#include "core/team_manager.h"
-#include "csg/csg_object.h"
-#include "game/projectile.h"
-#include "game/weapon.h"
-#include "game/worm.h"
+#include "core/services/module_manager.h"
+#include "core/teams/team.h"
+#include "core/teams/team_manager.h"
+#include "csg/land/csg_object.h"
+#include "game/armoury/projectile.h"
+#include "game/play/weapon.h"
+#include "game/play/worm.h"
 #include "platform/headless/headless.h"
-#include "render/camera.h"
-#include "render/hud.h"
+#include "render/camera/camera.h"
+#include "render/view/hud.h"
 #include "support/solids.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+#include <initializer_list>
 
 namespace {
 
@@ -28,16 +28,16 @@ constexpr unsigned mostShots = 5;
 /// More nodes than a round of the bot can leave in the scene; each rocket that goes off at once leaves its smoke.
 constexpr std::size_t mostNodes = 2000;
 
-std::string text(const char* format, float value) {
-    char line[256];
-    std::snprintf(line, sizeof line, format, static_cast<double>(value));
-    return line;
-}
+/// What must hold, and what to say where it does not.
+struct Check {
+    bool holds;
+    const char* fault;
+    float value = 0.0f;
+};
 
-std::string text(const char* format, const std::string& who, float value = 0.0f) {
-    char line[256];
-    std::snprintf(line, sizeof line, format, who.c_str(), static_cast<double>(value));
-    return line;
+std::string firstFault(const std::string& who, std::initializer_list<Check> checks) {
+    const auto* const found = std::find_if(checks.begin(), checks.end(), [](const Check& c) { return !c.holds; });
+    return found == checks.end() ? "" : who + ' ' + found->fault + ": " + std::to_string(found->value);
 }
 
 /// The largest magnitude of the components; not a number where one is.
@@ -53,46 +53,38 @@ bool isChild(const SceneNode& parent, const SceneNode* child) {
 }
 
 std::string faultOfWorm(const Worm& worm) {
-    const std::string& name = worm.getWormName();
-    if (!isChild(*theModuleManager->getSceneRoot(), &worm))
-        return text("%s is in no scene", name);
     const Vector3 position = worm.getPosition();
-    if (!(largest(position) < farthest))
-        return text("%s is at an impossible place, %g", name, largest(position));
-    if (!(position.y >= deathHeight))
-        return text("%s lives below the level at %g", name, position.y);
-    if (!(largest(worm.jumpVelocity) < fastest))
-        return text("%s has an impossible velocity, %g", name, largest(worm.jumpVelocity));
-    if (!(worm.getHealth() >= 0.0f && worm.getHealth() <= 100.0f))
-        return text("%s has a health of %g", name, worm.getHealth());
-    if (worm.isActive() && !(std::fabs(worm.getAimDirection().length() - 1.0f) < 0.01f) && worm.getYaw() != 0.0f)
-        return text("%s aims with a length of %g", name, worm.getAimDirection().length());
-    if (!worm.isActive() && worm.weapon != nullptr)
-        return text("%s holds a weapon without having the turn", name);
-    for (SceneNode* const child : worm.getChildren())
-        if (dynamic_cast<Weapon*>(child) != nullptr && child != worm.weapon)
-            return text("%s carries a weapon that is not in its hand", name);
-    return {};
-}
-
-std::string faultOfWeapon(const WeaponEntry& entry) {
-    const Weapon& weapon = *entry.weapon;
-    if (entry.ammo < -1)
-        return text("there are %g shots left", static_cast<float>(entry.ammo));
-    if (weapon.getShotsFired() > mostShots)
-        return text("%g shots were fired in a turn", static_cast<float>(weapon.getShotsFired()));
-    if (weapon.getProjectilesFinished() > mostShots)
-        return text("%g projectiles are gone", static_cast<float>(weapon.getProjectilesFinished()));
-    return {};
+    const float health = worm.getHealth();
+    const float aim = worm.getAimDirection().length();
+    const auto isLoose = [&](SceneNode* child) {
+        return child != worm.weapon && dynamic_cast<Weapon*>(child) != nullptr;
+    };
+    const auto& children = worm.getChildren();
+    return firstFault(worm.getWormName(),
+                      {{isChild(*theModuleManager->getSceneRoot(), &worm), "is in no scene"},
+                       {largest(position) < farthest, "is at an impossible place", largest(position)},
+                       {position.y >= deathHeight, "lives below the level", position.y},
+                       {largest(worm.jumpVelocity) < fastest, "has an impossible velocity", largest(worm.jumpVelocity)},
+                       {health >= 0.0f && health <= 100.0f, "has an impossible health", health},
+                       {!worm.isActive() || std::fabs(aim - 1.0f) < 0.01f || worm.getYaw() == 0.0f, "aims by", aim},
+                       {worm.isActive() || worm.weapon == nullptr, "holds a weapon without having the turn"},
+                       {std::none_of(children.begin(), children.end(), isLoose), "carries a weapon beside its hand"}});
 }
 
 std::string faultOfTeam(const Team& team) {
     if (team.getWorms().empty())
-        return text("team %s is empty", team.getName());
-    for (const auto& entry : team.getWeapons())
-        if (const std::string fault = faultOfWeapon(*entry); !fault.empty())
-            return "weapon " + std::to_string(entry->weapon->getWeaponIndex() + 1) + " of team " + team.getName() +
-                   " has miscounted: " + fault;
+        return "team " + team.getName() + " is empty";
+    for (const auto& entry : team.getWeapons()) {
+        const Weapon& weapon = *entry->weapon;
+        const unsigned fired = weapon.getShotsFired();
+        const unsigned finished = weapon.getProjectilesFinished();
+        const std::string who = "weapon " + std::to_string(weapon.getWeaponIndex() + 1) + " of team " + team.getName();
+        if (std::string fault = firstFault(who, {{entry->ammo >= -1, "has shots left", static_cast<float>(entry->ammo)},
+                                                 {fired <= mostShots, "was fired in a turn", static_cast<float>(fired)},
+                                                 {finished <= mostShots, "is gone", static_cast<float>(finished)}});
+            !fault.empty())
+            return fault;
+    }
     for (const Worm* const worm : team.getWorms())
         if (std::string fault = faultOfWorm(*worm); !fault.empty())
             return fault;
@@ -108,7 +100,7 @@ std::string faultOfTeams(const std::vector<Team*>& teams) {
             active += worm->isActive() ? 1 : 0;
     }
     if (teams.size() > 1 && (active != 1 || !teams.back()->getCurrentWorm()->isActive()))
-        return text("%g worms have the turn", static_cast<float>(active));
+        return std::to_string(active) + " worms have the turn";
     return {};
 }
 
@@ -123,29 +115,28 @@ std::string faultOfServices(const std::vector<Team*>& teams) {
         for (const Worm* const worm : team->getWorms())
             cameraKnown = cameraKnown || (worm->isActive() && isChild(*worm, camera));
     }
-    if (!cameraKnown)
-        return "the view is that of nobody who has the turn";
-    if (teams.size() > 1 && camera == nullptr)
-        return "there is no view";
-    return listKnown ? "" : "the screen shows the weapons of a team that is gone";
+    return firstFault("the screen", {{cameraKnown, "shows the view of nobody who has the turn"},
+                                     {teams.size() < 2 || camera != nullptr, "has no view"},
+                                     {listKnown, "shows the weapons of a team that is gone"}});
 }
 
 std::string faultOfNodes(const std::vector<Team*>& teams) {
     const std::vector<SceneNode*>& nodes = theModuleManager->getSceneRoot()->getChildren();
     if (nodes.size() > mostNodes)
-        return text("the scene has %g nodes", static_cast<float>(nodes.size()));
+        return "the scene has " + std::to_string(nodes.size()) + " nodes";
     for (SceneNode* const node : nodes) {
-        if (!(largest(node->getPosition()) < farthest))
-            return text("node %s is at an impossible place, %g", node->getNodeName(), largest(node->getPosition()));
         const auto* const projectile = dynamic_cast<const Projectile*>(node);
-        if (projectile == nullptr || projectile->getOwner() == nullptr)
-            continue;
+        const ProjectileOwner* const owner = projectile != nullptr ? projectile->getOwner() : nullptr;
         const auto owns = [&](const Team* team) {
             return std::any_of(team->getWeapons().begin(), team->getWeapons().end(),
-                               [&](const auto& entry) { return entry->weapon.get() == projectile->getOwner(); });
+                               [&](const auto& entry) { return entry->weapon.get() == owner; });
         };
-        if (std::none_of(teams.begin(), teams.end(), owns))
-            return "a projectile belongs to a weapon that is gone";
+        const bool isOwned = owner == nullptr || std::any_of(teams.begin(), teams.end(), owns);
+        const float place = largest(node->getPosition());
+        if (std::string fault = firstFault(node->getNodeName(), {{place < farthest, "is at an impossible place", place},
+                                                                 {isOwned, "belongs to a weapon that is gone"}});
+            !fault.empty())
+            return fault;
     }
     return {};
 }

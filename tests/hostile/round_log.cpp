@@ -1,13 +1,13 @@
 #include "hostile/round_log.h"
 
-#include "core/file_access.h"
-#include "core/game_loader.h"
-#include "core/level_files.h"
-#include "core/module_manager.h"
-#include "core/scene_node.h"
-#include "csg/csg_file.h"
-#include "csg/csg_mesh.h"
-#include "csg/csg_object.h"
+#include "core/app/game_loader.h"
+#include "core/app/level_files.h"
+#include "core/base/file_access.h"
+#include "core/scene/scene_node.h"
+#include "core/services/module_manager.h"
+#include "csg/land/csg_object.h"
+#include "csg/solid/csg_file.h"
+#include "csg/solid/csg_mesh.h"
 #include "hostile/allocated_bytes.h"
 #include "support/world_hash.h"
 
@@ -21,53 +21,41 @@ constexpr unsigned warmUpRounds = 10;
 /// four bytes a round: less than the smallest thing that could be lost in each.
 constexpr std::size_t tolerance = 4 * 1024;
 
-std::size_t facesOf(const std::string& solid) {
-    csgMeshData data;
-    TextFault fault;
-    csgMesh mesh;
-    if (readCsgFile("csg/" + solid + ".csg", data, fault) == csgReadResult::ok)
-        mesh.build(data);
-    return mesh.countFaces();
-}
-
 } // namespace
 
 RoundLog::RoundLog() {
     std::vector<std::string> listed;
     readLevelList(listed);
-    std::map<std::string, std::size_t> known;
     for (const std::string& name : listed) {
         std::string text;
-        std::vector<SolidEntry> solids;
-        std::vector<TextFault> faults;
-        readWholeFile("level/" + name + ".lev", text);
-        readLevelText(std::move(text), solids, faults);
+        if (!readWholeFile("level/" + name + ".lev", text))
+            continue;
+        const std::vector<SolidEntry> solids = readLevelText(std::move(text)).solids;
+        csgMesh mesh;
         std::size_t faces = 0;
         for (const SolidEntry& solid : solids) {
-            if (!known.contains(solid.name))
-                known[solid.name] = facesOf(solid.name);
-            faces += known[solid.name];
+            csgMeshData data;
+            TextFault fault;
+            if (readCsgFile("csg/" + solid.name + ".csg", data, fault) == csgReadResult::ok)
+                mesh.build(data);
+            faces += mesh.countFaces();
         }
         names[{static_cast<int>(solids.size()), faces}] = name;
     }
 }
 
 const std::string& RoundLog::begin(unsigned round) {
+    static const std::string unknown = "unknown";
     int solids = 0;
     for (SceneNode* const node : theModuleManager->getSceneRoot()->getChildren())
         solids += node->asCsgNode() != nullptr ? 1 : 0;
-    static const std::string unknown = "unknown";
     const auto found = names.find({solids, world::landFaces()});
     const std::string& name = found != names.end() ? found->second : unknown;
     current = &levels[name];
-    const Sample sample{round, allocatedBytes()};
-    if (current->rounds++ == 0)
-        current->first = sample;
+    current->last = {round, allocatedBytes()};
+    ++current->rounds;
     if (round > warmUpRounds && current->settled.round == 0)
-        current->settled = sample;
-    if (sample.bytes > current->most.bytes)
-        current->most = sample;
-    current->last = sample;
+        current->settled = current->last;
     return name;
 }
 
@@ -92,7 +80,7 @@ void RoundLog::print() const {
     for (const auto& [name, level] : levels) {
         std::printf("%-9s %4u rounds, %7lu frames, %6lu turns; bytes held at the start of round", name.c_str(),
                     level.rounds, level.frames, level.turns);
-        for (const Sample& sample : {level.first, level.settled, level.most, level.last})
+        for (const Sample& sample : {level.settled, level.last})
             std::printf(" %u: %zu", sample.round, sample.bytes);
         std::printf("\n");
     }

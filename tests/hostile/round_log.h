@@ -34,9 +34,7 @@ private:
         unsigned rounds = 0;
         unsigned long frames = 0;
         unsigned long turns = 0;
-        Sample first;
         Sample settled; ///< the first after the warm-up, in which sounds are opened that stay
-        Sample most;
         Sample last;
     };
 

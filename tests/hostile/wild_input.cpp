@@ -62,13 +62,6 @@ void WildInput::toggleKey() {
         headless::keyUp(key);
 }
 
-/// Any key there is and some there are not.
-void WildInput::tapAnyKey() {
-    const int key = random.between(0, 300);
-    if (key != VK_ESCAPE)
-        headless::tapKey(key);
-}
-
 void WildInput::nudgeMouse(int farthest) {
     const int right = random.between(-farthest, farthest);
     headless::moveMouse(right, random.between(-farthest, farthest));
@@ -94,7 +87,9 @@ void WildInput::causeWindowEvent() {
         headless::post(WM_SYSCOMMAND, random.perMille(500) ? SC_SCREENSAVE : SC_MONITORPOWER);
         break;
     case 4:
-        tapAnyKey();
+        // Any key there is and some there are not.
+        if (const int key = random.between(0, 300); key != VK_ESCAPE)
+            headless::tapKey(key);
         break;
     case 5:
         headless::post(0x8000u + random.below(0x4000u), 1, 1);

@@ -27,7 +27,6 @@ public:
 private:
     void causeWindowEvent();
     void toggleKey();
-    void tapAnyKey();
     void nudgeMouse(int farthest);
     void resize(int largest);
     void minimise();

@@ -7,14 +7,14 @@
 // Rockets fly as the game's do at 60 frames a second, swept over several frames at a time: within so short a time
 // gravity bends their path by a hundredth of a unit. They meet land and worms through the game's own collision service.
 
-#include "core/game_loader.h"
-#include "core/module_manager.h"
-#include "core/scene_node.h"
-#include "core/team.h"
-#include "core/team_manager.h"
-#include "game/collision_detection.h"
-#include "game/collision_packet.h"
-#include "game/worm.h"
+#include "core/app/game_loader.h"
+#include "core/scene/scene_node.h"
+#include "core/services/module_manager.h"
+#include "core/teams/team.h"
+#include "core/teams/team_manager.h"
+#include "game/collision/collision_detection.h"
+#include "game/collision/collision_packet.h"
+#include "game/play/worm.h"
 #include "platform/crt_random.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
@@ -95,12 +95,11 @@ std::optional<Shot> shotAt(const Vector3& shooter, const Vector3& target, float 
 std::vector<Vector3> targetsAround(const Vector3& worm) {
     std::vector<Vector3> targets{worm};
     for (const float side : {-8.5f, 8.5f}) {
-        targets.push_back(worm + Vector3(0.0f, side, 0.0f));
-        targets.push_back(worm + Vector3(side, 0.0f, 0.0f));
-        targets.push_back(worm + Vector3(0.0f, 0.0f, side));
+        for (const Vector3& offset : {Vector3(0, side, 0), Vector3(side, 0, 0), Vector3(0, 0, side)})
+            targets.push_back(worm + offset);
         for (const float other : {-5.0f, 5.0f}) {
-            targets.push_back(worm + Vector3(0.6f * side, -5.0f, other));
-            targets.push_back(worm + Vector3(0.6f * side, 5.0f, other));
+            for (const float height : {-5.0f, 5.0f})
+                targets.push_back(worm + Vector3(0.6f * side, height, other));
         }
     }
     return targets;
@@ -127,9 +126,9 @@ struct Count {
     int idle = 0;
 };
 
-void countShooter(const Worm& shooter, Count& count) {
+void countShooter(const Worm& shooter, const std::vector<Team*>& teams, Count& count) {
     int victims = 0;
-    for (const Team* const team : theModuleManager->getTeamManager()->getTeams()) {
+    for (const Team* const team : teams) {
         if (team == shooter.getTeam())
             continue;
         for (const Worm* const enemy : team->getWorms()) {
@@ -143,20 +142,17 @@ void countShooter(const Worm& shooter, Count& count) {
 }
 
 void countDrop(const TestServices& services, const std::string& level, Count& count) {
-    GameLoader loader;
     endRound();
-    if (loader.loadLevel(level) == nullptr)
+    if (GameLoader().loadLevel(level) == nullptr)
         throw std::runtime_error("level '" + level + "' does not load");
     // The worms come to rest.
     for (int frame = 0; frame < 30; ++frame)
         services.frame(16);
-    for (const Team* const team : theModuleManager->getTeamManager()->getTeams())
+    const std::vector<Team*>& teams = theModuleManager->getTeamManager()->getTeams();
+    for (const Team* const team : teams) {
         for (const Worm* const worm : team->getWorms())
-            countShooter(*worm, count);
-}
-
-double share(int part, int whole) {
-    return whole == 0 ? 0.0 : static_cast<double>(part) / whole;
+            countShooter(*worm, teams, count);
+    }
 }
 
 } // namespace
@@ -179,11 +175,13 @@ int main(int argumentCount, char** values) {
             countDrop(services, level, count);
         endRound();
         theModuleManager->setSceneRoot(new SceneNode("root"));
-        const double reach = share(count.hurt, count.pairs);
-        const double idle = share(count.idle, count.shooters);
+        if (count.pairs == 0)
+            throw std::runtime_error("nobody was dropped");
+        const double reach = static_cast<double>(count.hurt) / count.pairs;
+        const double idle = static_cast<double>(count.idle) / count.shooters;
         std::printf("%s: %d drops, %d pairs, %.1f %% within reach; %d shooters, %.1f %% of them without a target\n",
                     level.c_str(), drops, count.pairs, 100.0 * reach, count.shooters, 100.0 * idle);
-        return count.pairs > 0 && reach >= leastReach && idle <= mostIdle ? 0 : 1;
+        return reach >= leastReach && idle <= mostIdle ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "reach_trial: %s\n", error.what());
         return 2;

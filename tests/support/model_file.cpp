@@ -1,29 +1,28 @@
 #include "support/model_file.h"
 
 #include <bit>
+#include <initializer_list>
 
 namespace {
 
 class Writer {
 public:
-    template <class Integer>
-    void integer(Integer value) {
-        for (std::size_t i = 0; i < sizeof(Integer); ++i)
-            bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i));
+    void number(std::uint64_t value, int size) {
+        for (int i = 0; i < size; ++i)
+            bytes += static_cast<char>(value >> (8 * i));
     }
-    void real(float value) { integer(std::bit_cast<std::uint32_t>(value)); }
-    void vector(const Vector3& v) {
-        real(v.x);
-        real(v.y);
-        real(v.z);
+    void reals(std::initializer_list<float> values) {
+        for (const float value : values)
+            number(std::bit_cast<std::uint32_t>(value), 4);
     }
+    void vector(const Vector3& v) { reals({v.x, v.y, v.z}); }
     void text(std::string value, std::size_t size) {
         value.resize(size, '\0');
         bytes += value;
     }
     void keys(const std::vector<ModelFile::Key>& list) {
         for (const ModelFile::Key& key : list) {
-            real(key.time);
+            reals({key.time});
             vector(key.value);
         }
     }
@@ -32,43 +31,37 @@ public:
 };
 
 void writeTriangles(Writer& out, const std::vector<std::uint16_t>& indices) {
-    out.integer(static_cast<std::uint16_t>(indices.size() / 3));
+    out.number(indices.size() / 3, 2);
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
-        out.integer(std::uint16_t{0});
+        out.number(0, 2);
         for (std::size_t corner = 0; corner < 3; ++corner)
-            out.integer(indices[i + corner]);
-        for (int corner = 0; corner < 3; ++corner)
-            out.vector(Vector3(0, 0, 1));
-        for (int corner = 0; corner < 3; ++corner)
-            out.real(0.25f);
-        for (int corner = 0; corner < 3; ++corner)
-            out.real(0.75f);
-        out.integer(std::uint16_t{0});
+            out.number(indices[i + corner], 2);
+        out.reals({0, 0, 1, 0, 0, 1, 0, 0, 1, 0.25f, 0.25f, 0.25f, 0.75f, 0.75f, 0.75f});
+        out.number(0, 2);
     }
 }
 
 void writeMaterial(Writer& out, const std::string& textureFile) {
-    out.integer(static_cast<std::uint16_t>(textureFile.empty() ? 0 : 1));
+    out.number(textureFile.empty() ? 0 : 1, 2);
     if (textureFile.empty())
         return;
     out.text("material", 32);
     for (int channel = 0; channel < 16; ++channel)
-        out.real(0.5f);
-    out.real(10.0f);
-    out.real(1.0f);
-    out.integer(std::uint8_t{0});
+        out.reals({0.5f});
+    out.reals({10.0f, 1.0f});
+    out.number(0, 1);
     out.text(textureFile, 128);
     out.text("", 128);
 }
 
 void writeJoint(Writer& out, const ModelFile::Joint& joint) {
-    out.integer(std::uint8_t{0});
+    out.number(0, 1);
     out.text(joint.name, 32);
     out.text(joint.parent, 32);
     out.vector(joint.rotation);
     out.vector(joint.position);
-    out.integer(static_cast<std::uint16_t>(joint.rotationKeys.size()));
-    out.integer(static_cast<std::uint16_t>(joint.translationKeys.size()));
+    out.number(joint.rotationKeys.size(), 2);
+    out.number(joint.translationKeys.size(), 2);
     out.keys(joint.rotationKeys);
     out.keys(joint.translationKeys);
 }
@@ -78,28 +71,27 @@ void writeJoint(Writer& out, const ModelFile::Joint& joint) {
 std::string ModelFile::bytes() const {
     Writer out;
     out.text("MS3D000000", 10);
-    out.integer(version);
-    out.integer(static_cast<std::uint16_t>(vertices.size()));
+    out.number(static_cast<std::uint64_t>(version), 4);
+    out.number(vertices.size(), 2);
     for (const Vertex& vertex : vertices) {
-        out.integer(std::uint8_t{0});
+        out.number(0, 1);
         out.vector(vertex.position);
-        out.integer(vertex.bone);
-        out.integer(std::uint8_t{0});
+        out.number(static_cast<std::uint64_t>(vertex.bone), 1);
+        out.number(0, 1);
     }
     writeTriangles(out, indices);
-    const auto triangleCount = static_cast<std::uint16_t>(indices.size() / 3);
-    out.integer(std::uint16_t{1});
-    out.integer(std::uint8_t{0});
+    const std::size_t triangleCount = indices.size() / 3;
+    out.number(1, 2);
+    out.number(0, 1);
     out.text("group", 32);
-    out.integer(triangleCount);
-    for (std::uint16_t i = 0; i < triangleCount; ++i)
-        out.integer(i + 1 == triangleCount && strayTriangle != 0xFFFF ? strayTriangle : i);
-    out.integer(static_cast<std::int8_t>(textureFile.empty() ? -1 : 0));
+    out.number(triangleCount, 2);
+    for (std::size_t i = 0; i < triangleCount; ++i)
+        out.number(i + 1 == triangleCount && strayTriangle != 0xFFFF ? strayTriangle : i, 2);
+    out.number(textureFile.empty() ? 0xFF : 0, 1);
     writeMaterial(out, textureFile);
-    out.real(fps);
-    out.real(0.0f);
-    out.integer(std::int32_t{100});
-    out.integer(static_cast<std::uint16_t>(joints.size()));
+    out.reals({fps, 0.0f});
+    out.number(100, 4);
+    out.number(joints.size(), 2);
     for (const Joint& joint : joints)
         writeJoint(out, joint);
     return out.bytes;

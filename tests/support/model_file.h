@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/vector3.h"
+#include "render/math/vector3.h"
 
 #include <cstdint>
 #include <string>

@@ -1,27 +1,31 @@
 #include "support/plain_boolean.h"
 
-#include "csg/csg_classify.h"
-#include "csg/csg_line.h"
-#include "csg/csg_mender.h"
-#include "csg/csg_mesh.h"
-#include "csg/csg_predicates.h"
-#include "csg/csg_segment.h"
-#include "csg/csg_splitter.h"
+#include "csg/solid/csg_classify.h"
+#include "csg/solid/csg_divider.h"
+#include "csg/solid/csg_joiner.h"
+#include "csg/solid/csg_line.h"
+#include "csg/solid/csg_mender.h"
+#include "csg/solid/csg_mesh.h"
+#include "csg/solid/csg_predicates.h"
+#include "csg/solid/csg_segment.h"
+#include "csg/solid/csg_splitter.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace {
 
-/// Cuts of a face and its pieces together.
-struct Cuts {
-    std::size_t allowed;
-    std::size_t all = 0;
-    std::uint32_t lossy = 0;
+/// The faces that cut a piece and what it was cut from, and how often the first face and all its pieces were cut.
+struct Origin {
+    std::vector<const csgFace*> cutters;
+    std::shared_ptr<std::size_t> left;
+    int overlaid = 0;
 };
-using Origins = std::map<const csgFace*, std::shared_ptr<Cuts>>;
+using Origins = std::map<const csgFace*, Origin>;
 
 template <typename Visit>
 void forEachFace(const csgMesh& mesh, Visit visit) {
@@ -54,21 +58,30 @@ Step splitBy(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgFace&
     if (!overlaps(s, t))
         return Step::nextCutter;
 
-    std::shared_ptr<Cuts>& cuts = origins[&face];
-    if (!cuts)
-        cuts = std::make_shared<Cuts>(Cuts{csgMostCutsPerCutter * (1 + countMeeting(other, face.bounds))});
-    if (cuts->all >= cuts->allowed || cuts->lossy >= csgMostLossyCuts)
-        return Step::nextFace;
-    const std::shared_ptr<Cuts> ownCuts = cuts;
-    const std::size_t before = list.size();
-    std::size_t wanted = 0;
-    const std::size_t made = mesh.appendPieces(list, face, s, t, wanted);
-    if (made == 0)
+    Origin origin = origins[&face];
+    if (std::count(origin.cutters.begin(), origin.cutters.end(), &cutter) >= csgMostCutsByOne)
         return Step::nextCutter;
-    ++ownCuts->all;
-    ownCuts->lossy += made < wanted ? 1U : 0U;
+    if (origin.left && *origin.left == 0)
+        return Step::nextFace;
+    if (!origin.left)
+        origin.left = std::make_shared<std::size_t>(csgMostCutsPerCutter * (1 + countMeeting(other, face.bounds)));
+    origin.cutters.push_back(&cutter);
+    const std::size_t before = list.size();
+    if (mesh.appendPieces(list, face, s, t).made == 0)
+        return Step::nextCutter;
+    double covered = 0.0;
     for (std::size_t i = before; i < list.size(); ++i)
-        origins[list[i]] = ownCuts;
+        covered += list[i]->area();
+    const bool overlaid = covered > csgOverlaid * face.area();
+    if (overlaid && origin.overlaid >= csgMostOverlaid) {
+        while (list.size() > before)
+            csgMesh::removeFaceAt(list, list.size() - 1);
+        return Step::nextCutter;
+    }
+    origin.overlaid += overlaid ? 1 : 0;
+    for (std::size_t i = before; i < list.size(); ++i)
+        origins[list[i]] = origin;
+    --*origin.left;
 
     std::unique_ptr<csgFace> removed = csgMesh::removeFaceAt(list, index);
     if (!removed->equals(*list.last())) {
@@ -96,31 +109,31 @@ Step splitFace(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgMes
     return Step::nextFace;
 }
 
-std::int32_t resultOf(const csgFace* closest, double distance, const csgLine& ray) {
+csgStatus resultOf(const csgFace* closest, double distance, const csgLine& ray) {
     if (closest == nullptr)
-        return csgOutside;
+        return csgStatus::outside;
     const double dot = closest->normal.dot(ray.direction);
     const bool onFace = std::fabs(distance) < csgGeometricTolerance;
     if (dot > csgGeometricTolerance)
-        return onFace ? csgCoplanarSame : csgInside;
+        return onFace ? csgStatus::coplanarSame : csgStatus::inside;
     if (dot < -csgGeometricTolerance)
-        return onFace ? csgCoplanarOpposite : csgOutside;
-    return csgUnclassified;
+        return onFace ? csgStatus::coplanarOpposite : csgStatus::outside;
+    return csgStatus::unclassified;
 }
 
-void spread(csgVertex& from, std::int32_t status) {
-    if (from.status != csgUnclassified || status == csgUnclassified)
+void spread(csgVertex& from, csgStatus status) {
+    if (from.status != csgStatus::unclassified || status == csgStatus::unclassified)
         return;
     from.status = status;
     for (csgVertex* next : from.adjacent)
         spread(*next, status);
 }
 
-bool confirms(const csgFace& face, std::int32_t own, const csgMesh& other) {
-    const auto isCoplanar = [](std::int32_t status) { return status >= csgCoplanarSame; };
+bool confirms(const csgFace& face, csgStatus own, const csgMesh& other) {
+    const auto isCoplanar = [](csgStatus status) { return status >= csgStatus::coplanarSame; };
     for (const csgVector& direction :
          {csgVector{0.3141592, 0.8577215, 0.4069173}, csgVector{-0.7320508, 0.2718281, -0.6247137}}) {
-        const std::int32_t found = plainRay(face.centre(), direction, other);
+        const csgStatus found = plainRay(face.centre(), direction, other);
         if (found != own && !(isCoplanar(found) && isCoplanar(own)))
             return false;
     }
@@ -129,7 +142,7 @@ bool confirms(const csgFace& face, std::int32_t own, const csgMesh& other) {
 
 } // namespace
 
-std::int32_t plainRay(const csgVector& point, const csgVector& direction, const csgMesh& solid) {
+csgStatus plainRay(const csgVector& point, const csgVector& direction, const csgMesh& solid) {
     csgLine ray(direction, point);
     const csgFace* closest = nullptr;
     double closestDistance = 0.0;
@@ -195,13 +208,13 @@ void plainClassify(csgMesh& mesh, const csgMesh& other) {
     forEachFace(mesh, [&](csgFace& face) {
         if (!isFar(face))
             return;
-        face.status = csgOutside;
+        face.status = csgStatus::outside;
         for (csgVertex* corner : face.corners)
-            spread(*corner, csgOutside);
+            spread(*corner, csgStatus::outside);
     });
     const auto settledCorner = [](const csgFace& face) -> const csgVertex* {
         for (const csgVertex* corner : face.corners) {
-            if (corner->status == csgInside || corner->status == csgOutside)
+            if (corner->status == csgStatus::inside || corner->status == csgStatus::outside)
                 return corner;
         }
         return nullptr;
@@ -215,8 +228,8 @@ void plainClassify(csgMesh& mesh, const csgMesh& other) {
             flooded[&face] = true;
             return;
         }
-        const std::int32_t own = plainRay(face.centre(), face.normal, other);
-        if (own != csgUnclassified)
+        const csgStatus own = plainRay(face.centre(), face.normal, other);
+        if (own != csgStatus::unclassified)
             face.status = own;
         for (csgVertex* corner : face.corners)
             spread(*corner, face.status);
@@ -224,17 +237,21 @@ void plainClassify(csgMesh& mesh, const csgMesh& other) {
     forEachFace(mesh, [&](csgFace& face) {
         if (!flooded.contains(&face))
             return;
-        const std::int32_t own = plainRay(face.centre(), face.normal, other);
-        if (own != csgUnclassified && own != face.status && confirms(face, own, other))
+        const csgStatus own = plainRay(face.centre(), face.normal, other);
+        if (own != csgStatus::unclassified && own != face.status && confirms(face, own, other))
             face.status = own;
     });
     forEachFace(mesh, [&](csgFace& face) {
         if (straddles(face, other.getParts()))
-            face.status = csgStraddling;
+            face.status = csgStatus::straddling;
     });
 }
 
 void plainCarve(csgMesh& land, csgMesh& tool) {
+    csgMender mender(land, *tool.getBounds());
+    mender.rememberFaults();
+    const csgBounds box = *tool.getBounds();
+    csgDivider(land, box).run();
     plainSplit(land, tool);
     plainSplit(tool, land);
     plainSplit(land, tool);
@@ -243,23 +260,25 @@ void plainCarve(csgMesh& land, csgMesh& tool) {
     for (std::size_t p = 0; p < land.getParts().size(); ++p) {
         csgFaceList& list = land.getPart(p);
         for (std::size_t index = 0; index < list.size();) {
-            const std::int32_t status = list[index]->status;
-            if (status == csgInside || status == csgCoplanarSame || status == csgStraddling)
+            const csgStatus status = list[index]->status;
+            if (status == csgStatus::inside || status == csgStatus::coplanarSame || status == csgStatus::straddling)
                 csgMesh::removeFaceAt(list, index);
             else
                 ++index;
         }
     }
     forEachFace(tool, [&](csgFace& face) {
-        if (face.status == csgInside) {
+        if (face.status == csgStatus::inside) {
             face.invert();
             land.adoptFace(face);
         }
     });
-    csgMender(land, *tool.getBounds()).run();
+    mender.run();
+    if (land.hasBeenDivided())
+        csgJoiner(land, box).run();
     for (const auto& vertex : land.getVertices()) {
         vertex->adjacent.clear();
-        vertex->status = csgUnclassified;
+        vertex->status = csgStatus::unclassified;
     }
-    forEachFace(land, [](csgFace& face) { face.status = csgUnclassified; });
+    forEachFace(land, [](csgFace& face) { face.status = csgStatus::unclassified; });
 }

@@ -1,17 +1,17 @@
 #pragma once
 
 // The boolean difference without any acceleration: every face against every face, every ray against every face, the
-// flood over the whole mesh. Slow, and the judge of csgMesh::carve, whose result it must equal bit for bit. It does not
-// move a tool away from the centre of an earlier one.
+// flood over the whole mesh. Slow, and the judge of csgMesh::carve, whose result it must equal bit for bit. It
+// takes no notice of tools that were taken out at the same place before.
 
-#include <cstdint>
+#include "csg/solid/csg_status.h"
 
 class csgFace;
 class csgMesh;
 struct csgVector;
 
 /// Status of a point that faces `direction`, by looking at every face of the solid in order.
-std::int32_t plainRay(const csgVector& point, const csgVector& direction, const csgMesh& solid);
+csgStatus plainRay(const csgVector& point, const csgVector& direction, const csgMesh& solid);
 
 void plainSplit(csgMesh& mesh, const csgMesh& other);
 void plainClassify(csgMesh& mesh, const csgMesh& other);

@@ -1,7 +1,7 @@
 #include "support/play.h"
 
-#include "game/weapon.h"
-#include "game/worm.h"
+#include "game/play/weapon.h"
+#include "game/play/worm.h"
 #include "platform/headless/headless.h"
 #include "support/world_hash.h"
 
@@ -43,6 +43,12 @@ Script pressFire(unsigned frameCount) {
     co_await frames(1);
 }
 
+Script fire(int weapon, float pitch, unsigned frameCount, float yaw) {
+    co_await takeWeapon(weapon);
+    co_await aimAt(pitch, yaw);
+    co_await pressFire(frameCount);
+}
+
 Script awaitNextTurn(unsigned frameLimit) {
     const Worm* const before = world::activeWorm();
     co_await until([before] { return world::activeWorm() != before; }, frameLimit);
@@ -51,9 +57,8 @@ Script awaitNextTurn(unsigned frameLimit) {
 Script fireBazooka(float pitch, float yaw, unsigned chargeFrames) {
     co_await takeWeapon(0);
     co_await aimAt(pitch, yaw);
-    const Worm* const before = world::activeWorm();
     co_await pressFire(chargeFrames);
-    co_await until([before] { return world::activeWorm() != before; }, 2000);
+    co_await awaitNextTurn();
 }
 
 std::vector<std::string> printedTexts() {
@@ -70,6 +75,5 @@ std::vector<std::string> printedTexts() {
 }
 
 bool isPrinted(const std::string& text) {
-    const std::vector<std::string> texts = printedTexts();
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
+    return std::ranges::count(printedTexts(), text) > 0;
 }

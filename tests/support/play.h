@@ -15,7 +15,9 @@ Script takeWeapon(int index);
 Script aimAt(float pitch, float yaw);
 /// Holds the fire button for this many frames.
 Script pressFire(unsigned frameCount);
-/// Takes the bazooka, aims, charges for this many frames, and waits until another worm has the turn.
+/// Takes a weapon, aims, and holds the fire button for this many frames.
+Script fire(int weapon, float pitch, unsigned frameCount = 2, float yaw = 0.0f);
+/// Fires the bazooka, charged for this many frames, and waits until another worm has the turn.
 Script fireBazooka(float pitch, float yaw, unsigned chargeFrames);
 /// Waits until another worm than the active one has the turn, or none.
 Script awaitNextTurn(unsigned frameLimit = 2000);

@@ -6,6 +6,10 @@
 
 #include <memory>
 
+void Script::promise_type::unhandled_exception() {
+    ADD_FAILURE() << "the script came upon something that is not there";
+}
+
 void Script::advance() {
     if (handle.done())
         return;
@@ -16,11 +20,7 @@ void Script::advance() {
     handle.resume();
 }
 
-void Script::Awaiter::await_suspend(std::coroutine_handle<promise_type> waiting) {
-    waiting.promise().ready = condition;
-}
-
-Script::Awaiter Script::promise_type::await_transform(Script part) {
+Wait operator co_await(Script part) {
     return {[running = std::make_shared<Script>(std::move(part))] {
         running->advance();
         return running->isDone();

@@ -4,8 +4,6 @@
 // script as well as a number of frames or a condition.
 //
 //     const int status = playGame([&]() -> Script {
-//         headless::keyDown('1');
-//         co_await frames(3);
 //         co_await until([] { return world::activeWorm() != nullptr; });
 //     });
 //
@@ -14,36 +12,30 @@
 // EXPECT_...: the ASSERT_... ones return, which a coroutine cannot.
 
 #include <coroutine>
-#include <exception>
 #include <functional>
 #include <utility>
-
-class Script;
 
 /// What a script waits for: asked at the end of each frame, it answers true when the script may go on.
 struct Wait {
     std::function<bool()> condition;
+
+    bool await_ready() const { return false; }
+    template <class Promise>
+    void await_suspend(std::coroutine_handle<Promise> waiting) {
+        waiting.promise().ready = std::move(condition);
+    }
+    void await_resume() const {}
 };
 
 class Script {
 public:
-    struct promise_type;
-    struct Awaiter {
-        std::function<bool()> condition;
-
-        bool await_ready() const { return false; }
-        void await_suspend(std::coroutine_handle<promise_type> handle);
-        void await_resume() const {}
-    };
     struct promise_type {
         Script get_return_object() { return Script(std::coroutine_handle<promise_type>::from_promise(*this)); }
         std::suspend_always initial_suspend() noexcept { return {}; }
         std::suspend_always final_suspend() noexcept { return {}; }
         void return_void() {}
-        void unhandled_exception() { std::terminate(); }
-        Awaiter await_transform(Wait wait) { return {std::move(wait.condition)}; }
-        Awaiter await_transform(Script part);
-
+        /// Ends the script and fails the test.
+        void unhandled_exception();
         std::function<bool()> ready;
     };
 
@@ -64,6 +56,8 @@ private:
     std::coroutine_handle<promise_type> handle;
 };
 
+/// Waits until another script has run to its end.
+Wait operator co_await(Script part);
 /// Waits for this many frames.
 Wait frames(unsigned count);
 /// Waits until the condition holds at the end of a frame, at most for this many frames.

@@ -1,8 +1,9 @@
 #include "support/solids.h"
 
+#include "support/hash.h"
+
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <map>
 #include <random>
@@ -130,54 +131,35 @@ csgMeshData islandData(int cells, double width, std::uint32_t seed) {
     return onePart(std::move(part));
 }
 
-void buildMesh(csgMesh& mesh, const csgMeshData& data) {
-    mesh.build(data);
-}
-
 std::uint64_t hashOf(const csgMesh& mesh) {
-    std::uint64_t hash = 14695981039346656037ULL;
-    const auto mix = [&](std::uint64_t value) {
-        hash = (hash ^ value) * 1099511628211ULL;
-        hash ^= hash >> 31;
-    };
-    const auto mixReal = [&](double value) { mix(std::bit_cast<std::uint64_t>(value)); };
-    const auto mixVector = [&](const csgVector& v) {
-        mixReal(v.x);
-        mixReal(v.y);
-        mixReal(v.z);
-    };
+    Hash<HashWords> hash;
     for (const auto& vertex : mesh.getVertices()) {
-        mixVector(vertex->position);
-        mixVector(vertex->normal);
-        mix(static_cast<std::uint64_t>(vertex->status));
-        mix(vertex->adjacent.size());
-        mix(vertex->faces.size());
+        hash.add(vertex->position);
+        hash.add(vertex->normal);
+        hash.add(vertex->status);
+        hash.add(vertex->adjacent.size());
+        hash.add(vertex->faces.size());
     }
     for (const csgFaceList& part : mesh.getParts()) {
-        mix(part.size());
+        hash.add(part.size());
         for (const auto& face : part) {
             for (std::size_t i = 0; i < 3; ++i) {
-                mixVector(face->cornerPosition(i));
-                mixReal(face->tex[i].u);
-                mixReal(face->tex[i].v);
+                hash.add(face->cornerPosition(i));
+                hash.add(face->tex[i].u);
+                hash.add(face->tex[i].v);
             }
-            mixVector(face->normal);
-            mixReal(face->plane.d);
-            mix(static_cast<std::uint64_t>(face->status));
+            hash.add(face->normal);
+            hash.add(face->plane.d);
+            hash.add(face->status);
         }
     }
-    return hash;
+    return hash.get();
 }
 
 csgVector turned(const csgVector& p, int axis) {
-    switch (axis) {
-    case 0:
-        return {p.x, p.y, p.z};
-    case 1:
-        return {p.y, p.z, p.x};
-    default:
-        return {p.z, p.x, p.y};
-    }
+    if (axis == 0)
+        return p;
+    return axis == 1 ? csgVector{p.y, p.z, p.x} : csgVector{p.z, p.x, p.y};
 }
 
 bool isBeside(const csgBounds& box, int axis, double u, double v) {

@@ -2,9 +2,9 @@
 
 // Closed solids to test with, and measures of them.
 
-#include "csg/csg_measure.h"
-#include "csg/csg_mesh.h"
-#include "csg/csg_mesh_data.h"
+#include "csg/solid/csg_measure.h"
+#include "csg/solid/csg_mesh.h"
+#include "csg/solid/csg_mesh_data.h"
 
 #include <cstdint>
 #include <utility>
@@ -19,8 +19,6 @@ csgMeshData sphereData(int subdivisions, double radius);
 /// Island of cells x cells columns, `width` units wide, its surface hilly, its underside flat: 4 cells^2 + 8 cells
 /// faces.
 csgMeshData islandData(int cells, double width, std::uint32_t seed);
-
-void buildMesh(csgMesh& mesh, const csgMeshData& data);
 
 /// Sum over the bits of all positions, texture coordinates, normals and statuses, in order.
 std::uint64_t hashOf(const csgMesh& mesh);

@@ -1,7 +1,7 @@
 #include "support/test_data.h"
 
-#include "csg/csg_file.h"
-#include "csg/csg_mesh.h"
+#include "csg/solid/csg_file.h"
+#include "csg/solid/csg_mesh.h"
 #include "support/solids.h"
 
 #include <atomic>
@@ -11,22 +11,36 @@
 
 namespace fs = std::filesystem;
 
-TestData::TestData() : previous(fs::current_path()) {
+namespace {
+
+fs::path newRunDirectory() {
     static std::atomic<int> counter = 0;
-    directory =
+    const fs::path made =
         fs::temp_directory_path() / ("brackenmoor-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
     for (const char* const part : {"level", "teams", "csg", "mesh", "textures", "sound"})
-        fs::create_directories(directory / part);
+        fs::create_directories(made / part);
+    return made;
+}
+
+} // namespace
+
+CurrentDirectory::CurrentDirectory(const fs::path& directory) : previous(fs::current_path()) {
     fs::current_path(directory);
 }
 
-TestData::~TestData() {
+CurrentDirectory::~CurrentDirectory() {
     fs::current_path(previous);
+}
+
+TestData::TestData() : directory(newRunDirectory()), current(directory) {}
+
+TestData::~TestData() {
     std::error_code ignored;
     fs::remove_all(directory, ignored);
 }
 
 void TestData::write(const std::string& path, std::string_view contents) const {
+    fs::create_directories((directory / path).parent_path());
     std::ofstream(directory / path, std::ios::binary) << contents;
 }
 
@@ -73,12 +87,4 @@ void TestData::useShippedContent() const {
     }
     for (const char* const tool : {"sphere.csg", "sphereDynamite.csg", "shotgunsphere.csg"})
         fs::copy_file(shipped / "csg" / tool, directory / "csg" / tool, fs::copy_options::overwrite_existing);
-}
-
-ShippedData::ShippedData() : previous(fs::current_path()) {
-    fs::current_path(BRACKENMOOR_DATA_DIR);
-}
-
-ShippedData::~ShippedData() {
-    fs::current_path(previous);
 }

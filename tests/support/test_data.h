@@ -2,19 +2,29 @@
 
 // A run directory of its own for a test: made empty, current while it lives, removed afterwards.
 
-#include "csg/csg_mesh_data.h"
+#include "csg/solid/csg_mesh_data.h"
 
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
+/// Makes a directory the current one while it lives.
+class CurrentDirectory {
+public:
+    explicit CurrentDirectory(const std::filesystem::path& directory);
+    ~CurrentDirectory();
+    CurrentDirectory(const CurrentDirectory&) = delete;
+    CurrentDirectory& operator=(const CurrentDirectory&) = delete;
+
+private:
+    std::filesystem::path previous;
+};
+
 class TestData {
 public:
     TestData();
     ~TestData();
-    TestData(const TestData&) = delete;
-    TestData& operator=(const TestData&) = delete;
 
     /// Writes a file, given by its path from the run directory.
     void write(const std::string& path, std::string_view contents) const;
@@ -37,17 +47,10 @@ public:
 
 private:
     std::filesystem::path directory;
-    std::filesystem::path previous;
+    CurrentDirectory current;
 };
 
 /// The shipped data as the current directory while it lives.
-class ShippedData {
-public:
-    ShippedData();
-    ~ShippedData();
-    ShippedData(const ShippedData&) = delete;
-    ShippedData& operator=(const ShippedData&) = delete;
-
-private:
-    std::filesystem::path previous;
+struct ShippedData : CurrentDirectory {
+    ShippedData() : CurrentDirectory(BRACKENMOOR_DATA_DIR) {}
 };

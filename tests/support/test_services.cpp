@@ -1,45 +1,27 @@
 #include "support/test_services.h"
 
-#include "core/input_control.h"
-#include "core/scene_node.h"
-#include "core/sound_control.h"
-#include "core/timer.h"
-#include "game/collision_detection.h"
+#include "core/app/main_loop.h"
+#include "core/app/services.h"
+#include "core/scene/scene_node.h"
+#include "core/services/timer.h"
 #include "platform/headless/headless.h"
-#include "render/gl_renderer.h"
-#include "render/gl_texture_loader.h"
-#include "render/hud.h"
-#include "render/texture_manager.h"
+#include "render/device/renderer.h"
 
-namespace {
-
-LRESULT routeToInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (theModuleManager->getInputControl()->handleMessage(message, wParam, lParam))
-        return 1;
-    return DefWindowProcA(window, message, wParam, lParam);
-}
-
-} // namespace
+#include <algorithm>
+#include <stdexcept>
 
 TestServices::TestServices() {
     headless::reset();
-    theModuleManager = new ModuleManager;
-    new GLRenderer(routeToInput, nullptr);
-    (new GLTextureLoader)->setPath("./textures/");
-    new TextureManager;
-    new InputControl;
-    new Timer;
-    new CollisionDetection;
-    new SoundControl;
-    theModuleManager->getRenderer()->createWindow(false, 1024, 768, 32, "test");
-    new Hud;
+    startServices(WndProc, nullptr);
+    if (!theModuleManager->getRenderer()->createWindow(false, 1024, 768, 32, "test"))
+        throw std::logic_error("there is no window to test with");
+    startWindowServices();
     theModuleManager->setSceneRoot(new SceneNode("root"));
 }
 
 TestServices::~TestServices() {
     theModuleManager->getRenderer()->killWindow();
-    delete theModuleManager;
-    theModuleManager = nullptr;
+    endServices();
 }
 
 void TestServices::tick(unsigned milliseconds) const {
@@ -50,4 +32,8 @@ void TestServices::tick(unsigned milliseconds) const {
 void TestServices::frame(unsigned milliseconds) const {
     tick(milliseconds);
     theModuleManager->getSceneRoot()->update();
+}
+
+bool TestServices::holds(const SceneNode* node) const {
+    return std::ranges::count(theModuleManager->getSceneRoot()->getChildren(), node) > 0;
 }

@@ -1,16 +1,14 @@
 #include "support/variants.h"
 
+#include "support/solids.h"
+
 #include <utility>
 
 csgVector Variant::apply(const csgVector& p) const {
-    csgVector turned = p;
-    if (firstAxis == 1)
-        turned = {p.y, p.z, p.x};
-    else if (firstAxis == 2)
-        turned = {p.z, p.x, p.y};
+    csgVector moved = turned(p, firstAxis);
     if (mirrored)
-        turned.x = -turned.x;
-    return turned + offset;
+        moved.x = -moved.x;
+    return moved + offset;
 }
 
 csgMeshData Variant::apply(csgMeshData data) const {

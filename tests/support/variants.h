@@ -1,6 +1,6 @@
 #pragma once
 
-#include "csg/csg_mesh_data.h"
+#include "csg/solid/csg_mesh_data.h"
 
 #include <string>
 #include <vector>

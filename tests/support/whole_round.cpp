@@ -1,11 +1,9 @@
 #include "support/whole_round.h"
 
-#include "core/module_manager.h"
-#include "core/team.h"
-#include "core/team_manager.h"
-#include "game/worm.h"
-#include "platform/headless/headless.h"
-#include "platform/win32.h"
+#include "core/services/module_manager.h"
+#include "core/teams/team.h"
+#include "core/teams/team_manager.h"
+#include "game/play/worm.h"
 #include "support/play.h"
 #include "support/world_hash.h"
 
@@ -14,37 +12,30 @@
 namespace {
 
 constexpr float downward = -1.5f;
+constexpr unsigned mostTurns = 200;
 
 /// The yaw that points from the active worm to the nearest worm of another team.
 float yawToNearestEnemy(const Worm& shooter) {
-    const Worm* nearest = nullptr;
-    float best = 1e9f;
+    Vector3 nearest(0, 0, 1e9f);
     for (const Team* const team : theModuleManager->getTeamManager()->getTeams()) {
         if (team == shooter.getTeam())
             continue;
         for (const Worm* const worm : team->getWorms()) {
-            const float distance = (worm->getWorldPosition() - shooter.getWorldPosition()).length();
-            if (distance < best) {
-                best = distance;
-                nearest = worm;
-            }
+            const Vector3 offset = worm->getWorldPosition() - shooter.getWorldPosition();
+            if (offset.length() < nearest.length())
+                nearest = offset;
         }
     }
-    if (nearest == nullptr)
-        return 0.0f;
-    const Vector3 offset = nearest->getWorldPosition() - shooter.getWorldPosition();
     // Yaw grows clockwise: the aim is +Z turned by -yaw about Y.
-    return std::atan2(-offset.x, offset.z);
+    return std::atan2(-nearest.x, nearest.z);
 }
 
-Script roundScript(RoundRecord& record, unsigned turnLimit) {
+Script roundScript(RoundRecord& record) {
     co_await frames(60);
     TeamManager* const teams = theModuleManager->getTeamManager();
     const Team* const losing = world::activeWorm()->getTeam();
-    while (teams->getTeamCount() > 1 && record.turns < turnLimit) {
+    while (teams->getTeamCount() > 1 && record.turns < mostTurns) {
         const Worm* const shooter = world::activeWorm();
-        if (shooter == nullptr)
-            break;
         if (shooter->getTeam() == losing && record.turns >= 2)
             co_await fireBazooka(downward, 0.0f, 1);
         else
@@ -55,19 +46,10 @@ Script roundScript(RoundRecord& record, unsigned turnLimit) {
     }
     record.teamsLeft = teams->getTeamCount();
     record.stateHash = world::stateHash();
-    headless::recordGl(true);
-    co_await frames(1);
-    record.bannerShown = isPrinted("Press ENTER for Next Round");
-    headless::recordGl(false);
-    headless::tapKey(VK_RETURN);
-    co_await frames(3);
-    record.nextRoundStarted = theModuleManager->getTeamManager()->getTeamCount() > 1;
 }
 
 } // namespace
 
-int playWholeRound(unsigned seed, RoundRecord& record, unsigned turnLimit) {
-    PlaySettings settings;
-    settings.startTick = seed;
-    return playGame([&] { return roundScript(record, turnLimit); }, settings);
+int playWholeRound(unsigned seed, RoundRecord& record) {
+    return playGame([&] { return roundScript(record); }, {.startTick = seed});
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 
 class Team;
 class Worm;
@@ -11,10 +11,6 @@ namespace world {
 
 /// The worm whose turn it is; null when there is none.
 Worm* activeWorm();
-/// The worm of that name, or null.
-Worm* worm(const std::string& name);
-/// Number of scene-root children of a kind, by node name.
-int countNodes(const std::string& nodeName);
 /// Faces of all landscape solids.
 std::size_t landFaces();
 /// A hash over the bits of all that decides the game: teams, worms, weapons, ammunition, nodes and the landscape.

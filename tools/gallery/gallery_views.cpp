@@ -4,7 +4,7 @@
 #include "scenes.h"
 #include "stage.h"
 
-#include "core/game_loader.h"
+#include "core/app/game_loader.h"
 #include "platform/win32.h"
 
 #include <algorithm>

@@ -2,20 +2,16 @@
 
 #include "picture.h"
 
-#include "core/input_control.h"
-#include "core/module_manager.h"
-#include "core/scene_node.h"
-#include "core/sound_control.h"
-#include "core/timer.h"
-#include "game/collision_detection.h"
+#include "core/app/services.h"
+#include "core/scene/scene_node.h"
+#include "core/services/module_manager.h"
+#include "core/services/timer.h"
 #include "platform/crt_random.h"
 #include "platform/gl.h"
-#include "render/camera.h"
-#include "render/gl_renderer.h"
-#include "render/gl_texture_loader.h"
-#include "render/hud.h"
-#include "render/texture.h"
-#include "render/texture_manager.h"
+#include "render/camera/camera.h"
+#include "render/device/renderer.h"
+#include "render/device/texture.h"
+#include "render/device/texture_manager.h"
 
 #include <utility>
 
@@ -48,19 +44,11 @@ void drawSquare(float left, float right, float bottom, float top, float repeats)
 } // namespace
 
 Stage::Stage(std::string outputDirectory) : directory(std::move(outputDirectory)) {
-    theModuleManager = new ModuleManager;
-    // Each service registers itself; the registry destroys them.
-    new GLRenderer(ignoreMessages, nullptr);
-    (new GLTextureLoader)->setPath("./textures/");
-    new TextureManager;
-    new InputControl;
-    new Timer;
-    new CollisionDetection;
-    new SoundControl;
+    startServices(ignoreMessages, nullptr);
     open = theModuleManager->getRenderer()->createWindow(false, width, height, 32, "Brackenmoor gallery");
     if (!open)
         return;
-    new Hud;
+    startWindowServices();
     crtSrand(1);
     camera = new Camera;
 }
@@ -69,8 +57,7 @@ Stage::~Stage() {
     delete camera;
     if (open)
         theModuleManager->getRenderer()->killWindow();
-    delete theModuleManager;
-    theModuleManager = nullptr;
+    endServices();
 }
 
 void Stage::advance(int frames) {

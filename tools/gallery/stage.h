@@ -2,7 +2,7 @@
 
 // The game's services and window, set up as the game does, with a free camera and a hand on the shutter.
 
-#include "render/vector3.h"
+#include "render/math/vector3.h"
 
 #include <string>
 

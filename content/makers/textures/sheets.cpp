@@ -126,8 +126,7 @@ void drawBeamer(CellPainter icon) {
                 x, y, {{-0.13, -0.5}, {0.13, -0.5}, {0.13, 0.0}, {0.34, 0.0}, {0.0, 0.42}, {-0.34, 0.0}, {-0.13, 0.0}});
         },
         rgb(1, 0.86, 0.25));
-    for (const auto& star :
-         {std::array{-0.62, 0.32, 0.26}, std::array{0.66, 0.16, 0.3}, std::array{0.56, 0.82, 0.2}}) {
+    for (const auto& star : {std::array{-0.62, 0.32, 0.26}, std::array{0.66, 0.16, 0.3}, std::array{0.56, 0.82, 0.2}}) {
         icon.fill([&](double x, double y) { return starDistance(x, y, star[0], star[1], star[2]); }, rgb(1, 1, 1));
     }
 }

@@ -2,18 +2,17 @@
 
 // What the sources of the headless desktop share.
 
+#include "platform/fsound.h"
+
+#include "platform/headless/gl_internal.h"
 #include "platform/headless/headless.h"
 
 #include <deque>
-#include <map>
-#include <memory>
+#include <optional>
 
 namespace headless::detail {
 
-struct DeviceContext;
-
-struct OpenWindow {
-    Window info;
+struct OpenWindow : Window {
     WNDPROC procedure = nullptr;
 };
 
@@ -22,16 +21,16 @@ struct DeviceContext {
     bool formatSet = false;
 };
 
+struct Stream {
+    std::string file;
+    unsigned int mode = 0;
+    int channel = -1; ///< where it plays, or -1
+};
+
 struct Failure {
     unsigned successes = 0;
     unsigned times = 0;
 };
-
-/// Handles are numbers that are never used twice, so that a stale one is recognised.
-template <class Handle>
-Handle asHandle(std::uintptr_t number) {
-    return reinterpret_cast<Handle>(number);
-}
 
 struct Desktop {
     DWORD tick = 0;
@@ -42,9 +41,7 @@ struct Desktop {
     unsigned idleLooks = 0; ///< into the empty queue since the last frame
 
     std::deque<MSG> queue;
-    bool quitPending = false;
-    bool quitPosted = false;
-    int quitCode = 0;
+    std::optional<int> quitCode; ///< of the quit message that waits
     std::vector<UINT> defaulted;
 
     DisplayMode mode;
@@ -58,17 +55,35 @@ struct Desktop {
     std::map<std::string, WNDPROC> classes;
     std::map<HWND, OpenWindow> windows; ///< the newest has the highest handle
     std::map<HDC, DeviceContext> deviceContexts;
-    std::map<HGLRC, std::unique_ptr<GlState>> renderingContexts;
-    HGLRC current = nullptr;
+    std::map<HGLRC, GlState> renderingContexts;
     PIXELFORMATDESCRIPTOR requestedFormat{};
+
+    std::map<FSOUND_STREAM*, Stream> streams;
+    std::vector<SoundCall> soundCalls;
+    std::string openFault;
 };
 Desktop& desktop();
 
 /// True when the call has to fail now; counts down what was ordered.
 bool fails(Call call);
-HWND newestWindow();
 void postTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-void resetSound();
-std::size_t openStreams();
+/// Two numbers as the words of a message's parameter.
+LPARAM packed(LONG low, LONG high);
+
+/// Handles are numbers that are never used twice, so that a stale one is recognised.
+template <class Handle>
+Handle newHandle() {
+    return reinterpret_cast<Handle>(desktop().nextHandle++);
+}
+
+/// What the handle or name stands for, or null with a problem written down.
+template <class Handle, class Thing>
+Thing* find(std::map<Handle, Thing>& things, const Handle& handle, const char* call) {
+    const auto found = things.find(handle);
+    if (found != things.end())
+        return &found->second;
+    addProblem(std::string(call) + ": there is nothing of this handle or name");
+    return nullptr;
+}
 
 } // namespace headless::detail

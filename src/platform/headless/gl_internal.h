@@ -1,111 +1,110 @@
 #pragma once
 
-// What the sources of the headless GL share.
+// What the sources of the headless GL share. Every GL function is one call of attribute, listed or immediate: its name,
+// its arguments for the record, and its work.
 
 #include "platform/headless/gl_state.h"
 
+#include <tuple>
 #include <type_traits>
-#include <utility>
 
 namespace headless::detail {
 
-/// Counter of one GL function; it joins the list of all counters at its first call.
-struct Entry {
-    const char* name;
-    std::uint64_t count = 0;
-    Entry* next = nullptr;
-
-    constexpr explicit Entry(const char* functionName) : name(functionName) {}
-    void join();
-};
-
 /// The part of the state that every call looks at.
 struct Traffic {
-    GlState* state = nullptr; ///< of the current context
+    GlState* context = nullptr; ///< the current one; null means the bare one
+    const char* call = "";      ///< being executed
     bool recording = false;
     bool capturing = false;
     bool insideBegin = false;
-    int replayDepth = 0;        ///< nesting of display lists being executed
     GlList* compiled = nullptr; ///< list between glNewList and glEndList
-    bool compileOnly = false;
-    GLenum beginMode = 0;
-    GlFrame frame;
-    GlFrame lastFrame;
 };
 inline Traffic traffic;
 
-inline GlState& state() {
-    return *traffic.state;
-}
-
+GlState& state();
 void addProblem(std::string sentence);
-/// Writes the problem down and raises the error flag unless one is raised already.
-void glProblem(const Entry& entry, const char* what, GLenum error);
-void appendRecord(const char* name, std::vector<double> arguments);
+/// Writes down what is wrong with the call being executed.
+void glProblem(const std::string& what);
+/// Counter of the function, for ever.
+std::uint64_t& counter(const char* name);
+std::vector<double>& addRecord(const char* name);
 
 template <class T>
-double asNumber(T value) {
+void append(std::vector<double>& numbers, const T& value) {
     if constexpr (std::is_pointer_v<T>)
-        return static_cast<double>(reinterpret_cast<std::uintptr_t>(value));
+        numbers.push_back(static_cast<double>(reinterpret_cast<std::uintptr_t>(value)));
+    else if constexpr (std::is_arithmetic_v<T>)
+        numbers.push_back(static_cast<double>(value));
     else
-        return static_cast<double>(value);
+        numbers.insert(numbers.end(), value.begin(), value.end());
 }
 
-/// Counts a call of the program; a call that a display list makes is not one.
-inline void count(Entry& entry) {
-    if (traffic.replayDepth == 0 && entry.count++ == 0)
-        entry.join();
+/// Counts a call and records it when asked to. The work is a lambda, so every function has an instance of its own.
+template <class Work, class... Arguments>
+void note(const char* name, const std::tuple<Arguments...>& arguments) {
+    static_assert(std::is_class_v<Work>, "two functions of one type would share their counter");
+    static std::uint64_t& count = counter(name);
+    ++count;
+    if (!traffic.recording)
+        return;
+    [[maybe_unused]] std::vector<double>& numbers = addRecord(name);
+    std::apply([&](const Arguments&... values) { (append(numbers, values), ...); }, arguments);
 }
 
-/// Counts a call and records it when asked to.
-template <class... Arguments>
-void note(Entry& entry, Arguments... arguments) {
-    count(entry);
-    if (traffic.recording && traffic.replayDepth == 0)
-        appendRecord(entry.name, {asNumber(arguments)...});
+template <bool anywhere, class Work>
+void execute(const char* name, const Work& work) {
+    traffic.call = name;
+    if (!anywhere && traffic.insideBegin)
+        glProblem("is not allowed between glBegin and glEnd");
+    else
+        work();
 }
 
-/// Puts the call into the list under construction; true when it is not to be executed now.
-template <class Replay>
-bool compiled(Replay&& replay) {
-    if (traffic.compiled == nullptr || traffic.replayDepth > 0)
-        return false;
-    traffic.compiled->emplace_back(std::forward<Replay>(replay));
-    return traffic.compileOnly;
+template <bool anywhere, class Work>
+void executeOrCompile(const char* name, const Work& work) {
+    if (traffic.compiled != nullptr)
+        traffic.compiled->emplace_back([=] { execute<anywhere>(name, work); });
+    else
+        execute<anywhere>(name, work);
 }
 
-/// False, with a problem written down, between glBegin and glEnd.
-inline bool outsideBegin(const Entry& entry) {
-    if (!traffic.insideBegin)
-        return true;
-    glProblem(entry, "is not allowed between glBegin and glEnd", GL_INVALID_OPERATION);
-    return false;
+/// A call that may stand between glBegin and glEnd, and that a display list takes.
+template <class Arguments, class Work>
+void attribute(const char* name, const Arguments& arguments, const Work& work) {
+    note<Work>(name, arguments);
+    executeOrCompile<true>(name, work);
 }
 
-/// Counts, records and checks a call that takes effect at once even while a list is compiled.
-template <class... Arguments>
-bool immediate(Entry& entry, Arguments... arguments) {
-    note(entry, arguments...);
-    return outsideBegin(entry);
+/// A call that a display list takes.
+template <class Arguments, class Work>
+void listed(const char* name, const Arguments& arguments, const Work& work) {
+    note<Work>(name, arguments);
+    executeOrCompile<false>(name, work);
 }
 
-/// Fresh context; the caller owns it.
-GlState freshState();
+/// A call that takes effect at once even while a list is compiled.
+template <class Arguments, class Work>
+void immediate(const char* name, const Arguments& arguments, const Work& work) {
+    note<Work>(name, arguments);
+    execute<false>(name, work);
+}
+
 /// Makes the state current; null means the bare one.
 void makeCurrent(GlState* context);
-/// Frame bookkeeping and checks of SwapBuffers.
+/// Checks of SwapBuffers.
 void endGlFrame();
 void resetGl();
 
 void startPrimitive(GLenum mode);
-void addVertex(const std::array<float, 3>& position);
-
-GlMatrix multiplied(const GlMatrix& left, const GlMatrix& right);
+void addVertex(float x, float y, float z);
 Float4 transformed(const GlMatrix& matrix, const Float4& point);
 
-using FunctionPointer = void (*)();
-/// Buffer-object and multitexture entry points by name, or null.
-FunctionPointer bufferFunction(std::string_view name);
-FunctionPointer multitextureFunction(std::string_view name);
+// Functions of extensions, as wglGetProcAddress hands them out.
+void activeTexture(GLenum unit);
+void multiTexCoord2f(GLenum unit, GLfloat s, GLfloat t);
+void genBuffers(GLsizei n, GLuint* buffers);
+void deleteBuffers(GLsizei n, const GLuint* buffers);
+void bindBuffer(GLenum target, GLuint buffer);
+void bufferData(GLenum target, GLsizeiptrARB size, const void* data, GLenum usage);
 
 } // namespace headless::detail

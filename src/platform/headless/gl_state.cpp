@@ -2,7 +2,7 @@
 
 #include "platform/headless/gl_internal.h"
 
-#include <string>
+#include <utility>
 
 namespace headless {
 
@@ -12,113 +12,95 @@ namespace {
 
 constexpr std::size_t problemLimit = 200;
 
-GlState& bareState() {
-    static GlState bare = freshState();
-    return bare;
+/// Made at the first use: static initialisation of a test may already call GL.
+struct Log {
+    GlState bare;
+    std::string extensions = defaultGlExtensions;
+    std::vector<GlRecord> records;
+    std::vector<GlPrimitive> primitives;
+    std::vector<std::string> problems;
+};
+
+Log& log() {
+    static Log instance;
+    return instance;
 }
 
-// Makes the state usable before the first reset: static initialisation of a test may already call GL.
-const bool initialised = [] {
-    traffic.state = &bareState();
-    return true;
-}();
-
-Entry* entries = nullptr;
-std::vector<GlRecord> records;
-std::vector<GlPrimitive> primitives;
-std::vector<std::string> problemList;
+std::map<std::string_view, std::uint64_t>& counters() {
+    static std::map<std::string_view, std::uint64_t> instance;
+    return instance;
+}
 
 } // namespace
 
 namespace detail {
 
-void Entry::join() {
-    // A counter that was reset is still in the list.
-    for (const Entry* known = entries; known != nullptr; known = known->next)
-        if (known == this)
-            return;
-    next = entries;
-    entries = this;
+GlState& state() {
+    return traffic.context != nullptr ? *traffic.context : log().bare;
 }
 
 void addProblem(std::string sentence) {
-    if (problemList.size() < problemLimit)
-        problemList.push_back(std::move(sentence));
+    if (log().problems.size() < problemLimit)
+        log().problems.push_back(std::move(sentence));
 }
 
-void glProblem(const Entry& entry, const char* what, GLenum error) {
-    addProblem(std::string(entry.name) + " " + what);
-    if (state().error == GL_NO_ERROR)
-        state().error = error;
+void glProblem(const std::string& what) {
+    addProblem(std::string(traffic.call) + " " + what);
 }
 
-void appendRecord(const char* name, std::vector<double> arguments) {
-    records.push_back({name, std::move(arguments)});
+std::uint64_t& counter(const char* name) {
+    return counters()[name];
 }
 
-GlState freshState() {
-    GlState fresh;
-    fresh.textures[0] = {};
-    fresh.settings.lights[0].diffuse = {1, 1, 1, 1};
-    fresh.settings.lights[0].specular = {1, 1, 1, 1};
-    fresh.settings.enables[GL_DITHER] = true;
-    return fresh;
+std::vector<double>& addRecord(const char* name) {
+    log().records.push_back({name, {}});
+    return log().records.back().arguments;
 }
 
 void makeCurrent(GlState* context) {
-    traffic.state = context != nullptr ? context : &bareState();
+    traffic.context = context;
     traffic.insideBegin = false;
     traffic.compiled = nullptr;
 }
 
 void endGlFrame() {
-    const GlState& ended = state();
     if (traffic.insideBegin)
         addProblem("SwapBuffers: glBegin has no glEnd");
-    if (ended.modelview.size() != 1 || ended.projection.size() != 1 || ended.textureMatrix.size() != 1)
+    if (state().modelview.size() != 1 || state().projection.size() != 1)
         addProblem("SwapBuffers: a matrix is still pushed");
-    if (!ended.pushedSettings.empty())
-        addProblem("SwapBuffers: attributes are still pushed");
-    traffic.lastFrame = traffic.frame;
-    traffic.frame = {};
 }
 
 void resetGl() {
-    bareState() = freshState();
     traffic = {};
-    traffic.state = &bareState();
-    for (Entry* entry = entries; entry != nullptr; entry = entry->next)
-        entry->count = 0;
-    records.clear();
-    primitives.clear();
-    problemList.clear();
-    setGlExtensions(defaultGlExtensions);
+    const Log fresh;
+    log() = fresh;
+    for (auto& [name, count] : counters())
+        count = 0;
 }
 
 void startPrimitive(GLenum mode) {
-    ++traffic.frame.primitives;
     if (!traffic.capturing)
         return;
     const GlState& now = state();
-    GlPrimitive started;
-    started.mode = mode;
-    started.texture = now.settings.units[0].enabled ? now.settings.units[0].texture : 0;
-    started.color = now.settings.color;
-    started.lighting = glEnabled(GL_LIGHTING);
-    started.modelview = now.modelview.back();
-    started.projection = now.projection.back();
-    started.viewport = now.settings.viewport;
-    primitives.push_back(std::move(started));
+    const GlTextureUnit& unit = now.settings.units[0];
+    log().primitives.push_back({mode,
+                                unit.enabled ? unit.texture : 0,
+                                {},
+                                glEnabled(GL_LIGHTING),
+                                now.modelview.back(),
+                                now.projection.back(),
+                                now.settings.viewport,
+                                {},
+                                {}});
 }
 
-void addVertex(const std::array<float, 3>& position) {
-    ++traffic.frame.vertices;
-    if (!traffic.capturing || primitives.empty())
+void addVertex(float x, float y, float z) {
+    if (!traffic.capturing || log().primitives.empty())
         return;
-    GlPrimitive& current = primitives.back();
+    GlPrimitive& current = log().primitives.back();
     if (current.vertices.empty())
         current.color = state().settings.color;
-    current.vertices.push_back(position);
+    current.vertices.push_back({x, y, z});
     current.coordinates.push_back(state().settings.units[0].coordinate);
 }
 
@@ -136,57 +118,62 @@ bool glEnabled(GLenum capability) {
     return found != settings.enables.end() && found->second;
 }
 
+void setGlExtensions(std::string extensions) {
+    log().extensions = std::move(extensions);
+}
+
 void recordGl(bool on) {
     if (on)
-        records.clear();
+        clearGlRecords();
     traffic.recording = on;
 }
 
 const std::vector<GlRecord>& glRecords() {
-    return records;
+    return log().records;
 }
 
 void clearGlRecords() {
-    records.clear();
+    log().records.clear();
 }
 
 std::uint64_t glCalls(std::string_view name) {
-    for (const Entry* entry = entries; entry != nullptr; entry = entry->next)
-        if (name == entry->name)
-            return entry->count;
-    return 0;
+    const auto found = counters().find(name);
+    return found == counters().end() ? 0 : found->second;
 }
 
 void captureGeometry(bool on) {
     if (on)
-        primitives.clear();
+        clearGlPrimitives();
     traffic.capturing = on;
 }
 
 const std::vector<GlPrimitive>& glPrimitives() {
-    return primitives;
+    return log().primitives;
 }
 
 void clearGlPrimitives() {
-    primitives.clear();
+    log().primitives.clear();
 }
 
 std::array<float, 3> windowPosition(const GlPrimitive& primitive, std::size_t vertex) {
-    const std::array<float, 3>& given = primitive.vertices.at(vertex);
-    const Float4 eye = transformed(primitive.modelview, {given[0], given[1], given[2], 1});
-    const Float4 clip = transformed(primitive.projection, eye);
+    const auto& [x, y, z] = primitive.vertices.at(vertex);
+    const Float4 clip = transformed(primitive.projection, transformed(primitive.modelview, {x, y, z, 1}));
     const auto& port = primitive.viewport;
     return {static_cast<float>(port[0]) + static_cast<float>(port[2]) * (clip[0] / clip[3] + 1) / 2,
             static_cast<float>(port[1]) + static_cast<float>(port[3]) * (clip[1] / clip[3] + 1) / 2,
             (clip[2] / clip[3] + 1) / 2};
 }
 
-GlFrame lastGlFrame() {
-    return traffic.lastFrame;
-}
-
 const std::vector<std::string>& problems() {
-    return problemList;
+    return log().problems;
 }
 
 } // namespace headless
+
+const GLubyte* glGetString(GLenum name) {
+    headless::detail::immediate("glGetString", std::tuple(name), [=] {
+        if (name != GL_EXTENSIONS)
+            headless::detail::glProblem("asks for a text that is not kept");
+    });
+    return reinterpret_cast<const GLubyte*>(headless::log().extensions.c_str());
+}

@@ -2,12 +2,12 @@
 
 // What the headless GL keeps of a context, and the record of calls.
 //
-// Matrices, enables, materials, lights, textures, lists, buffers and client arrays are kept as the real thing keeps
-// them; nothing is rasterised. Calls are always counted by name. On demand they are also recorded with their numbers
-// (pointers as numbers, arrays spelled out, codes of glCallLists one by one), or the geometry is captured with the
-// state it was drawn in. Calls replayed by a display list count as geometry but not as calls. Stricter than GL: binding
-// a texture or buffer name that this context never generated is a problem, and so is a frame that ends with matrices or
-// attributes still pushed.
+// It has the calls that the game makes and no others: a call to anything else does not link. What those calls set is
+// kept where somebody asks for it; nothing is rasterised. Calls are always counted by name. On demand they are also
+// recorded with their numbers (pointers as numbers, arrays spelled out, codes of glCallLists one by one), or the
+// geometry is captured with the state it was drawn in. What a display list replays counts as geometry but not as calls.
+// Stricter than GL: binding a texture or buffer name that this context never generated is a problem, and so is a frame
+// that ends with matrices still pushed.
 
 #include "platform/gl.h"
 
@@ -29,18 +29,7 @@ using GlMatrix = std::array<float, 16>;
 inline constexpr std::size_t textureUnits = 4;
 inline constexpr GlMatrix glIdentity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-struct GlMaterial {
-    Float4 ambient = {0.2F, 0.2F, 0.2F, 1};
-    Float4 diffuse = {0.8F, 0.8F, 0.8F, 1};
-    Float4 specular = {0, 0, 0, 1};
-    Float4 emission = {0, 0, 0, 1};
-    float shininess = 0;
-};
-
 struct GlLight {
-    Float4 ambient = {0, 0, 0, 1};
-    Float4 diffuse = {0, 0, 0, 1};
-    Float4 specular = {0, 0, 0, 1};
     Float4 position = {0, 0, 1, 0};    ///< as given
     Float4 eyePosition = {0, 0, 1, 0}; ///< under the modelview matrix of that moment
 };
@@ -48,83 +37,59 @@ struct GlLight {
 struct GlTexture {
     GLsizei width = 0;
     GLsizei height = 0;
-    GLint internalFormat = 0;
-    GLenum format = 0;
     bool mipmaps = false; ///< built by gluBuild2DMipmaps
     GLint minFilter = GL_NEAREST_MIPMAP_LINEAR;
     GLint magFilter = GL_LINEAR;
     GLint wrapS = GL_REPEAT;
     GLint wrapT = GL_REPEAT;
-    std::vector<std::uint8_t> pixels; ///< level 0
+    std::vector<std::uint8_t> pixels;
 };
 
 struct GlTextureUnit {
     GLuint texture = 0;
     bool enabled = false; ///< GL_TEXTURE_2D
     std::array<float, 2> coordinate{};
-    GLint environment = GL_MODULATE;
 };
 
+/// An array of doubles without gaps.
 struct GlClientArray {
+    GLint size = 0; ///< numbers an element
     bool enabled = false;
-    GLint size = 0;
-    GLenum type = 0;
-    GLsizei stride = 0;
     const void* pointer = nullptr;
     GLuint buffer = 0; ///< buffer object bound when the pointer was given
 };
 
 using GlList = std::vector<std::function<void()>>;
 
-/// Settings that glPushAttrib saves, whatever bits it is given.
 struct GlSettings {
     std::map<GLenum, bool> enables; ///< everything but GL_TEXTURE_2D; not in the map = never touched
     std::array<GlTextureUnit, textureUnits> units{};
     std::size_t activeUnit = 0;
     Float4 color = {1, 1, 1, 1};
-    std::array<float, 3> normal = {0, 0, 1};
-    GlMaterial frontMaterial;
-    GlMaterial backMaterial;
+    float shininess = 0; ///< of front faces
     std::array<GlLight, 8> lights{};
     GLenum blendSource = GL_ONE;
-    GLenum blendDestination = GL_ZERO;
-    GLenum alphaFunction = GL_ALWAYS;
-    float alphaReference = 0;
-    GLenum cullFace = GL_BACK;
-    GLenum frontFace = GL_CCW;
     GLenum depthFunction = GL_LESS;
     bool depthMask = true;
-    GLenum shadeModel = GL_SMOOTH;
     std::array<GLenum, 2> polygonMode = {GL_FILL, GL_FILL}; ///< front, back
-    float polygonOffsetFactor = 0;
-    float polygonOffsetUnits = 0;
     Float4 clearColor = {0, 0, 0, 0};
-    double clearDepth = 1;
-    std::map<GLenum, GLenum> hints;
     std::array<GLint, 4> viewport{};
     GLenum matrixMode = GL_MODELVIEW;
     GLuint listBase = 0;
-    float lineWidth = 1;
-    float pointSize = 1;
 };
 
 struct GlState {
     GlSettings settings;
-    std::vector<GlSettings> pushedSettings;
-    /// Stacks of the modelview, projection and texture matrices; the last element is the current one.
+    /// Stacks of matrices; the last element is the current one.
     std::vector<GlMatrix> modelview = {glIdentity};
     std::vector<GlMatrix> projection = {glIdentity};
-    std::vector<GlMatrix> textureMatrix = {glIdentity};
-    std::map<GLuint, GlTexture> textures;
+    std::map<GLuint, GlTexture> textures = {{0, {}}};
     std::map<GLuint, std::vector<std::uint8_t>> buffers;
     std::map<GLuint, GlList> lists;
-    GlClientArray vertexArray;
-    GlClientArray normalArray;
-    GlClientArray colorArray;
-    std::array<GlClientArray, textureUnits> texCoordArrays{};
-    std::size_t clientUnit = 0;
+    GlClientArray vertexArray{.size = 3};
+    GlClientArray normalArray{.size = 3};
+    GlClientArray texCoordArray{.size = 2};
     GLuint arrayBuffer = 0;
-    GLenum error = GL_NO_ERROR;
     int swapInterval = 1;
 };
 
@@ -167,12 +132,5 @@ const std::vector<GlPrimitive>& glPrimitives();
 void clearGlPrimitives();
 /// Window position of a captured vertex: pixels from the lower left corner, depth 0 to 1 before the far plane.
 std::array<float, 3> windowPosition(const GlPrimitive& primitive, std::size_t vertex);
-
-struct GlFrame {
-    std::uint64_t vertices = 0;
-    std::uint64_t primitives = 0; ///< glBegin/glEnd pairs and glDrawArrays or glDrawElements calls
-};
-/// What was drawn between the last two SwapBuffers.
-GlFrame lastGlFrame();
 
 } // namespace headless

@@ -1,22 +1,10 @@
 #include "platform/headless/headless.h"
 
 #include "platform/headless/desktop_internal.h"
-#include "platform/headless/gl_internal.h"
 
 namespace headless {
 
 using namespace detail;
-
-namespace {
-
-/// wParam of WM_SIZE for a window that was minimised.
-constexpr WPARAM sizeMinimised = 1;
-
-LPARAM packed(int low, int high) {
-    return MAKELPARAM(static_cast<WORD>(low), static_cast<WORD>(high));
-}
-
-} // namespace
 
 namespace detail {
 
@@ -26,22 +14,12 @@ Desktop& desktop() {
 }
 
 bool fails(Call call) {
-    const auto found = desktop().failures.find(call);
-    if (found == desktop().failures.end())
-        return false;
-    Failure& failure = found->second;
+    Failure& failure = desktop().failures[call];
     if (failure.successes > 0) {
         --failure.successes;
         return false;
     }
-    if (failure.times == 0)
-        return false;
-    --failure.times;
-    return true;
-}
-
-HWND newestWindow() {
-    return desktop().windows.empty() ? nullptr : desktop().windows.rbegin()->first;
+    return failure.times > 0 && failure.times-- > 0;
 }
 
 void postTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -49,13 +27,15 @@ void postTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     state.queue.push_back({window, message, wParam, lParam, state.tick, state.cursor});
 }
 
+LPARAM packed(LONG low, LONG high) {
+    return MAKELPARAM(static_cast<WORD>(low), static_cast<WORD>(high));
+}
+
 } // namespace detail
 
 void reset() {
-    makeCurrent(nullptr);
-    desktop() = {};
-    resetSound();
     resetGl();
+    desktop() = {};
 }
 
 void setTick(DWORD tick) {
@@ -83,11 +63,8 @@ unsigned frameCount() {
 }
 
 void post(UINT message, WPARAM wParam, LPARAM lParam) {
-    postTo(newestWindow(), message, wParam, lParam);
-}
-
-std::size_t queueLength() {
-    return desktop().queue.size();
+    const auto& windows = desktop().windows;
+    postTo(windows.empty() ? nullptr : windows.rbegin()->first, message, wParam, lParam);
 }
 
 void keyDown(int virtualKey) {
@@ -104,8 +81,7 @@ void tapKey(int virtualKey) {
 }
 
 void leftButton(bool down) {
-    const POINT at = desktop().cursor;
-    post(down ? WM_LBUTTONDOWN : WM_LBUTTONUP, down ? 1 : 0, packed(at.x, at.y));
+    post(down ? WM_LBUTTONDOWN : WM_LBUTTONUP, down ? 1 : 0, packed(desktop().cursor.x, desktop().cursor.y));
 }
 
 void moveMouse(int dx, int dy) {
@@ -116,13 +92,14 @@ void moveMouse(int dx, int dy) {
 void resizeWindow(int width, int height) {
     if (desktop().windows.empty())
         return;
-    Window& info = desktop().windows.rbegin()->second.info;
+    Window& info = desktop().windows.rbegin()->second;
     info.clientWidth = width;
     info.clientHeight = height;
     post(WM_SIZE, 0, packed(width, height));
 }
 
 void minimiseWindow() {
+    constexpr WPARAM sizeMinimised = 1;
     post(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, 1));
     post(WM_SIZE, sizeMinimised, 0);
 }
@@ -138,10 +115,6 @@ void closeWindow() {
     post(WM_SYSCOMMAND, SC_CLOSE);
 }
 
-bool quitPosted() {
-    return desktop().quitPosted;
-}
-
 DisplayMode displayMode() {
     return desktop().mode;
 }
@@ -155,7 +128,7 @@ int cursorCount() {
 }
 
 const Window* window() {
-    return desktop().windows.empty() ? nullptr : &desktop().windows.rbegin()->second.info;
+    return desktop().windows.empty() ? nullptr : &desktop().windows.rbegin()->second;
 }
 
 const PIXELFORMATDESCRIPTOR& requestedPixelFormat() {
@@ -165,7 +138,7 @@ const PIXELFORMATDESCRIPTOR& requestedPixelFormat() {
 OpenHandles openHandles() {
     const Desktop& state = desktop();
     return {state.classes.size(), state.windows.size(), state.deviceContexts.size(), state.renderingContexts.size(),
-            openStreams()};
+            state.streams.size()};
 }
 
 const std::vector<UINT>& defaultedMessages() {
@@ -186,6 +159,14 @@ void answerNextBox(int button) {
 
 void failCall(Call call, unsigned times, unsigned successes) {
     desktop().failures[call] = {successes, times};
+}
+
+const std::vector<SoundCall>& soundCalls() {
+    return desktop().soundCalls;
+}
+
+void clearSoundCalls() {
+    std::vector<SoundCall>().swap(desktop().soundCalls);
 }
 
 int swapInterval() {

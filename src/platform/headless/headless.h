@@ -1,15 +1,15 @@
 #pragma once
 
-// A desktop made of nothing, for tests, tools and benchmarks: every call of win32.h, fsound.h and gl.h works, nothing
-// is seen or heard, and what a real desktop decides by itself is decided by the caller here.
+// A desktop made of nothing, for tests, tools and benchmarks: what the game calls of win32.h, fsound.h and gl.h works,
+// nothing is seen or heard, and what a real desktop decides by itself is decided by the caller here.
 //
 // The clock stands still until it is moved. Messages come from the script alone, with these exceptions, all of them as
 // a real desktop does: ShowWindow posts WM_ACTIVATE and WM_SIZE, a cursor that moved under a visible window posts
 // WM_MOUSEMOVE, DestroyWindow discards the messages of its window. The cursor is not stopped by the edges of the
 // screen. GL calls work without a context too (tools have no window); every context has a state of its own, so what was
 // made in one is gone in the next. reset() makes the desktop as new; one process can run any number of scenarios.
-// Wrong use of a call (a dead handle, an unbalanced matrix stack, a vertex outside glBegin) changes nothing and is
-// written down in problems().
+// Wrong use of a call (a dead handle, an unbalanced matrix stack, a vertex outside glBegin) is written down in
+// problems(); so is a use that the game never makes and that is not kept here.
 
 #include "platform/headless/gl_state.h"
 #include "platform/win32.h"
@@ -23,7 +23,7 @@ namespace headless {
 /// A fresh desktop: no windows, streams, messages, hooks, records or failures to come; tick 0, cursor at (0, 0).
 void reset();
 
-/// What was used wrongly since the last reset, one sentence each; after the first 200 they are only counted.
+/// What was used wrongly since the last reset, one sentence each; the first 200.
 const std::vector<std::string>& problems();
 
 // The clock.
@@ -50,8 +50,6 @@ inline constexpr unsigned idleLimit = 100000;
 // Messages and input. They go to the newest window.
 
 void post(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-/// Messages that wait, a quit message not counted.
-std::size_t queueLength();
 void keyDown(int virtualKey);
 void keyUp(int virtualKey);
 /// Down and up at once.
@@ -65,9 +63,6 @@ void minimiseWindow();
 void restoreWindow();
 /// What a click on the close button does.
 void closeWindow();
-
-/// True once the program has posted its quit message.
-bool quitPosted();
 
 // The screen.
 
@@ -86,14 +81,9 @@ struct Window {
     std::string className;
     std::string title;
     DWORD style = 0;
-    DWORD extendedStyle = 0;
-    RECT outer{};
     int clientWidth = 0;
     int clientHeight = 0;
     bool visible = false;
-    bool foreground = false;
-    bool focused = false;
-    int pixelFormat = 0;
 };
 /// The newest window that is still open, or null.
 const Window* window();
@@ -144,9 +134,6 @@ enum class Call {
     makeCurrent,    ///< wglMakeCurrent with a context
     releaseCurrent, ///< wglMakeCurrent without one
     deleteContext,
-    soundInit,
-    soundOpen,
-    soundPlay,
 };
 /// The call fails `times` times after it has succeeded `successes` times from now on. What it should close stays open.
 void failCall(Call call, unsigned times = 1, unsigned successes = 0);
@@ -168,7 +155,5 @@ const std::vector<SoundCall>& soundCalls();
 void clearSoundCalls();
 /// File of the stream started last on the channel and neither stopped nor replaced; sounds do not end by themselves.
 std::string playingOn(int channel);
-/// Whether FSOUND_Stream_Open wants a WAV file to be there (true after a reset) or opens any name.
-void requireSoundFiles(bool required);
 
 } // namespace headless

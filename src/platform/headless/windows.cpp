@@ -1,60 +1,43 @@
 // Window classes, windows, display mode, cursor, message boxes and the clock of the headless desktop.
 
 #include "platform/headless/desktop_internal.h"
-#include "platform/headless/gl_internal.h"
+
+#include <utility>
 
 using namespace headless;
 using namespace headless::detail;
 
-namespace {
-
-/// Thickness of a window's frame and height of its title bar, in pixels.
-constexpr LONG frameWidth = 8;
-constexpr LONG titleHeight = 31;
-
-OpenWindow* find(HWND window, const char* call) {
-    const auto found = desktop().windows.find(window);
-    if (found != desktop().windows.end())
-        return &found->second;
-    addProblem(std::string(call) + ": there is no such window");
-    return nullptr;
-}
-
-LPARAM packed(LONG low, LONG high) {
-    return MAKELPARAM(static_cast<WORD>(low), static_cast<WORD>(high));
-}
-
-} // namespace
-
 HMODULE GetModuleHandleA(LPCSTR) {
-    return asHandle<HMODULE>(0x40);
+    return reinterpret_cast<HMODULE>(0x40);
 }
 
 HICON LoadIconA(HINSTANCE, LPCSTR) {
-    return asHandle<HICON>(0x41);
+    return reinterpret_cast<HICON>(0x41);
 }
 
 HCURSOR LoadCursorA(HINSTANCE, LPCSTR) {
-    return asHandle<HCURSOR>(0x42);
+    return reinterpret_cast<HCURSOR>(0x42);
 }
 
 WORD RegisterClassA(const WNDCLASSA* windowClass) {
     if (fails(Call::registerClass))
         return 0;
-    const bool added = desktop().classes.emplace(windowClass->lpszClassName, windowClass->lpfnWndProc).second;
-    return added ? 1 : 0;
+    return desktop().classes.emplace(windowClass->lpszClassName, windowClass->lpfnWndProc).second ? 1 : 0;
 }
 
 BOOL UnregisterClassA(LPCSTR className, HINSTANCE) {
     if (fails(Call::unregisterClass))
         return FALSE;
     for (const auto& [handle, open] : desktop().windows)
-        if (open.info.className == className)
+        if (open.className == className)
             return FALSE;
     return desktop().classes.erase(className) > 0 ? TRUE : FALSE;
 }
 
 BOOL AdjustWindowRectEx(RECT* rectangle, DWORD style, BOOL, DWORD) {
+    // Thickness of the frame and height of the title bar, in pixels.
+    constexpr LONG frameWidth = 8;
+    constexpr LONG titleHeight = 31;
     if ((style & WS_OVERLAPPEDWINDOW) != 0) {
         rectangle->left -= frameWidth;
         rectangle->right += frameWidth;
@@ -64,35 +47,24 @@ BOOL AdjustWindowRectEx(RECT* rectangle, DWORD style, BOOL, DWORD) {
     return TRUE;
 }
 
-HWND CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR windowName, DWORD style, int x, int y, int width,
+HWND CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR windowName, DWORD style, int, int, int width,
                      int height, HWND, HMENU, HINSTANCE, void*) {
-    Desktop& state = desktop();
-    const auto windowClass = state.classes.find(className);
     if (fails(Call::createWindow))
         return nullptr;
-    if (windowClass == state.classes.end()) {
-        addProblem("CreateWindowExA: the class is not registered");
+    const WNDPROC* const procedure = find(desktop().classes, std::string(className), "CreateWindowExA");
+    if (procedure == nullptr)
         return nullptr;
-    }
     RECT border{0, 0, 0, 0};
     AdjustWindowRectEx(&border, style, FALSE, extendedStyle);
-    OpenWindow opened;
-    opened.procedure = windowClass->second;
-    opened.info.className = className;
-    opened.info.title = windowName;
-    opened.info.style = style;
-    opened.info.extendedStyle = extendedStyle;
-    opened.info.outer = {x, y, x + width, y + height};
-    opened.info.clientWidth = width - (border.right - border.left);
-    opened.info.clientHeight = height - (border.bottom - border.top);
-    const HWND handle = asHandle<HWND>(state.nextHandle++);
-    state.windows.emplace(handle, std::move(opened));
-    return handle;
+    const int clientWidth = width - (border.right - border.left);
+    const int clientHeight = height - (border.bottom - border.top);
+    const Window opened{className, windowName, style, clientWidth, clientHeight, false};
+    return desktop().windows.emplace(newHandle<HWND>(), OpenWindow{opened, *procedure}).first->first;
 }
 
 BOOL DestroyWindow(HWND window) {
     Desktop& state = desktop();
-    if (fails(Call::destroyWindow) || find(window, "DestroyWindow") == nullptr)
+    if (fails(Call::destroyWindow) || find(state.windows, window, "DestroyWindow") == nullptr)
         return FALSE;
     for (const auto& [handle, context] : state.deviceContexts)
         if (context.window == window)
@@ -103,37 +75,30 @@ BOOL DestroyWindow(HWND window) {
 }
 
 BOOL ShowWindow(HWND window, int) {
-    OpenWindow* open = find(window, "ShowWindow");
-    if (open == nullptr)
+    OpenWindow* const shown = find(desktop().windows, window, "ShowWindow");
+    if (shown == nullptr)
         return FALSE;
-    const bool wasVisible = open->info.visible;
-    open->info.visible = true;
-    if (!wasVisible) {
-        postTo(window, WM_ACTIVATE, MAKEWPARAM(WA_ACTIVE, 0), 0);
-        postTo(window, WM_SIZE, 0, packed(open->info.clientWidth, open->info.clientHeight));
-    }
-    return wasVisible ? TRUE : FALSE;
+    if (std::exchange(shown->visible, true))
+        return TRUE;
+    postTo(window, WM_ACTIVATE, MAKEWPARAM(WA_ACTIVE, 0), 0);
+    postTo(window, WM_SIZE, 0, packed(shown->clientWidth, shown->clientHeight));
+    return FALSE;
 }
 
 BOOL SetForegroundWindow(HWND window) {
-    OpenWindow* open = find(window, "SetForegroundWindow");
-    if (open == nullptr)
-        return FALSE;
-    open->info.foreground = true;
-    return TRUE;
+    return find(desktop().windows, window, "SetForegroundWindow") != nullptr ? TRUE : FALSE;
 }
 
 HWND SetFocus(HWND window) {
-    if (OpenWindow* open = find(window, "SetFocus"))
-        open->info.focused = true;
+    find(desktop().windows, window, "SetFocus");
     return nullptr;
 }
 
 BOOL SetCursorPos(int x, int y) {
-    Desktop& state = desktop();
-    const bool moved = state.cursor.x != x || state.cursor.y != y;
-    state.cursor = {x, y};
-    if (moved && !state.windows.empty() && state.windows.rbegin()->second.info.visible)
+    POINT& cursor = desktop().cursor;
+    const bool moved = cursor.x != x || cursor.y != y;
+    cursor = {x, y};
+    if (moved && window() != nullptr && window()->visible)
         post(WM_MOUSEMOVE, 0, packed(x, y));
     return TRUE;
 }
@@ -154,14 +119,9 @@ LONG ChangeDisplaySettingsA(DEVMODEA* mode, DWORD) {
     }
     if (fails(Call::changeDisplaySettings))
         return DISP_CHANGE_BADMODE;
-    DisplayMode wanted;
-    if ((mode->dmFields & DM_PELSWIDTH) != 0)
-        wanted.width = mode->dmPelsWidth;
-    if ((mode->dmFields & DM_PELSHEIGHT) != 0)
-        wanted.height = mode->dmPelsHeight;
-    if ((mode->dmFields & DM_BITSPERPEL) != 0)
-        wanted.bits = mode->dmBitsPerPel;
-    desktop().mode = wanted;
+    if (mode->dmFields != (DM_PELSWIDTH | DM_PELSHEIGHT | DM_BITSPERPEL))
+        addProblem("ChangeDisplaySettingsA: knows only how to set width, height and depth together");
+    desktop().mode = {mode->dmPelsWidth, mode->dmPelsHeight, mode->dmBitsPerPel};
     return DISP_CHANGE_SUCCESSFUL;
 }
 

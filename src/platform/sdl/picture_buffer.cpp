@@ -47,9 +47,9 @@ void attach(GLuint buffer, GLenum storage, GLenum attachment, int width, int hei
 
 } // namespace
 
-bool PictureBuffer::create(int width, int height) {
+void PictureBuffer::create(int width, int height) {
     if (!fetchAll())
-        return false;
+        return;
     functions.genFramebuffers(1, &framebuffer_);
     functions.bindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
     std::array<GLuint, 2> buffers{};
@@ -59,10 +59,9 @@ bool PictureBuffer::create(int width, int height) {
     width_ = width;
     height_ = height;
     if (functions.checkFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE)
-        return true;
+        return;
     functions.bindFramebuffer(GL_FRAMEBUFFER, 0);
     framebuffer_ = 0;
-    return false;
 }
 
 void PictureBuffer::present(int screenWidth, int screenHeight) const {

@@ -5,8 +5,8 @@
 
 class PictureBuffer {
 public:
-    /// Makes the buffer and directs all drawing into it; false where the driver cannot.
-    bool create(int width, int height);
+    /// Makes the buffer and directs all drawing into it; where the driver cannot, it does not exist.
+    void create(int width, int height);
     /// Copies the picture to the middle of a back buffer of this size.
     void present(int screenWidth, int screenHeight) const;
     /// Directs the drawing into it again after a present.

@@ -31,12 +31,11 @@
 #include "platform/win32.h"
 
 /// Starts SDL's video. False, with one sentence on stderr, when there is no display to show anything on.
-bool startDesktop();
+[[nodiscard]] bool startDesktop();
 
 /// Gives everything back to the system.
 void stopDesktop();
 
-/// What a process ends with whose game gave this result. The result is the wParam of the last message taken: an exit
-/// code when that was WM_QUIT, a left-over such as a key otherwise, which means an orderly end. A negative one is a
-/// failure.
+/// What a process ends with whose game gave this result. That is an exit code after WM_QUIT, and
+/// some leftover such as a key after any other end in good order. A negative one is a failure.
 int exitStatus(int gameResult);

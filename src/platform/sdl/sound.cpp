@@ -4,7 +4,7 @@
 
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sound_device.h"
-#include "platform/sdl/wave_file.h"
+#include "platform/sdl/wave_sound.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -14,12 +14,18 @@
 #include <fstream>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+struct FreeChunk {
+    void operator()(Mix_Chunk* chunk) const { Mix_FreeChunk(chunk); }
+};
+
 struct FSOUND_STREAM {
     std::string fileName;
-    Mix_Chunk* chunk = nullptr; ///< null while it was never played with a sound device there
+    std::vector<std::uint8_t> samples;           ///< empty while it was never played with a sound device there
+    std::unique_ptr<Mix_Chunk, FreeChunk> chunk; ///< of the samples
     bool looping = false;
     int channel = -1; ///< where it was started last
 };
@@ -28,8 +34,8 @@ namespace {
 
 /// Samples per block handed to the device: 23 ms at 44100 Hz, short enough to seem immediate.
 constexpr int blockSize = 1024;
-/// Bytes; ten minutes at 48000 Hz fit. Converted it stays below the 2 GB that the mixer can count.
-constexpr std::uintmax_t largestFile = std::uintmax_t{128} << 20;
+/// Bytes; ten minutes of 16 bits at 48000 Hz fit.
+constexpr std::uintmax_t largestSoundFile = std::uintmax_t{128} << 20;
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds timeBetweenTries{1};
@@ -41,6 +47,8 @@ int openChannels = 0;
 /// It was open, and its device went away.
 bool deviceLost = false;
 Clock::time_point nextTry;
+/// Why the last file was refused.
+std::string openFault;
 /// Which stream a channel was given last; a stream that is stopped must not silence its successor.
 std::map<int, FSOUND_STREAM*> channelOwner;
 
@@ -84,14 +92,8 @@ bool isFile(const char* fileName) {
     return std::filesystem::is_regular_file(fileName, error);
 }
 
-/// The bytes of a file; empty when it cannot be read or is too large.
-std::vector<std::uint8_t> contentsOf(const char* fileName) {
-    if (!isFile(fileName))
-        return {};
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(fileName, error);
-    if (error || size > largestFile)
-        return {};
+/// The bytes of a file of at most the largest size; fewer when it cannot be read.
+std::vector<std::uint8_t> contentsOf(const char* fileName, std::uintmax_t size) {
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
     std::ifstream file(fileName, std::ios::binary);
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
@@ -99,24 +101,35 @@ std::vector<std::uint8_t> contentsOf(const char* fileName) {
     return bytes;
 }
 
-/// The decoded file, or null. What the mixer gets to read is our own writing.
-Mix_Chunk* decode(const char* fileName) {
-    const std::vector<std::uint8_t> bytes = contentsOf(fileName);
-    const std::optional<WaveFile> wave = readWave(bytes);
-    if (!wave)
-        return nullptr;
-    const std::vector<std::uint8_t> plain = plainWaveBytes(*wave);
-    return Mix_LoadWAV_RW(SDL_RWFromConstMem(plain.data(), static_cast<int>(plain.size())), 1);
+WaveSound decode(const char* fileName) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(fileName, error);
+    if (error)
+        return {{}, "cannot be read"};
+    if (size > largestSoundFile)
+        return {{}, "larger than " + std::to_string(largestSoundFile >> 20) + " MB"};
+    return decodeWave(contentsOf(fileName, size), openRate);
+}
+
+/// Decodes a stream's file; says whether it is a sound, and remembers why not.
+bool decodeInto(FSOUND_STREAM& stream) {
+    WaveSound sound = decode(stream.fileName.c_str());
+    openFault = sound.fault;
+    if (!sound.fault.empty())
+        return false;
+    stream.samples = std::move(sound.samples);
+    stream.chunk.reset(Mix_QuickLoad_RAW(stream.samples.data(), static_cast<Uint32>(stream.samples.size())));
+    return stream.chunk != nullptr;
 }
 
 /// Lets the mixer play a stream on its channel; without a device it succeeds in silence.
 bool sound(FSOUND_STREAM& stream) {
     if (!mixerOpen)
         return true;
-    if (stream.chunk == nullptr)
-        stream.chunk = decode(stream.fileName.c_str());
+    if (!stream.chunk && !decodeInto(stream))
+        return true;
     // A channel that plays is cut off by the mixer itself.
-    return stream.chunk == nullptr || Mix_PlayChannel(stream.channel, stream.chunk, stream.looping ? -1 : 0) >= 0;
+    return Mix_PlayChannel(stream.channel, stream.chunk.get(), stream.looping ? -1 : 0) >= 0;
 }
 
 } // namespace
@@ -156,18 +169,23 @@ void FSOUND_Close() {
 }
 
 FSOUND_STREAM* FSOUND_Stream_Open(const char* fileName, unsigned int mode, int, int) {
-    Mix_Chunk* chunk = mixerOpen ? decode(fileName) : nullptr;
-    if (mixerOpen ? chunk == nullptr : !isFile(fileName))
+    openFault.clear();
+    if (!isFile(fileName))
         return nullptr;
-    return new FSOUND_STREAM{fileName, chunk, (mode & FSOUND_LOOP_NORMAL) != 0, -1};
+    auto stream = std::make_unique<FSOUND_STREAM>();
+    stream->fileName = fileName;
+    stream->looping = (mode & FSOUND_LOOP_NORMAL) != 0;
+    return !mixerOpen || decodeInto(*stream) ? stream.release() : nullptr;
+}
+
+const char* FSOUND_Stream_GetOpenFault() {
+    return openFault.c_str();
 }
 
 signed char FSOUND_Stream_Close(FSOUND_STREAM* stream) {
     if (stream == nullptr)
         return 0;
     halt(stream);
-    if (stream->chunk != nullptr)
-        Mix_FreeChunk(stream->chunk);
     delete stream;
     return 1;
 }

@@ -1,22 +1,23 @@
 // What the shipped models and the font look like, as far as play depends on it.
 
-#include "core/team.h"
-#include "game/collision_detection.h"
-#include "game/collision_packet.h"
-#include "game/rocket.h"
-#include "game/worm.h"
-#include "render/milkshape_model.h"
+#include "core/base/file_access.h"
+#include "core/teams/team.h"
+#include "game/armoury/armoury.h"
+#include "game/armoury/rocket.h"
+#include "game/collision/collision_detection.h"
+#include "game/collision/collision_packet.h"
+#include "game/play/worm.h"
+#include "render/view/milkshape_model.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <set>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -35,151 +36,186 @@ std::vector<Vector3> drawnCorners(const MilkShapeModel& model) {
     return corners;
 }
 
-/// Positive when the triangles, thus turned, show their outsides.
-float volume(const std::vector<Vector3>& corners, const Matrix& turn) {
-    float sixfold = 0;
-    for (std::size_t i = 0; i + 2 < corners.size(); i += 3) {
-        const Vector3 a = turn.transform(corners[i]);
-        sixfold += a.dot(turn.transform(corners[i + 1]).cross(turn.transform(corners[i + 2])));
-    }
-    return sixfold / 6;
-}
-
 class PictureData : public testing::Test {
 protected:
-    /// The worm's model in its first pose, or at the end of some milliseconds of a clip.
-    static void play(MilkShapeModel& model, const TestServices& services, const char* clip, unsigned milliseconds) {
-        ASSERT_TRUE(model.load("wurm"));
-        model.update();
-        model.setAnimation(clip);
+    ShippedData data;
+    TestServices services;
+
+    static std::unique_ptr<MilkShapeModel> loaded(const std::string& name) {
+        auto model = std::make_unique<MilkShapeModel>(name);
+        EXPECT_TRUE(model->load(name)) << name;
+        model->update();
+        return model;
+    }
+    void advance(MilkShapeModel& model, unsigned milliseconds) const {
         services.tick(milliseconds);
         model.update();
     }
-
-    ShippedData data;
-    TestServices services;
 };
 
 TEST_F(PictureData, ModelsShowTheirOutsides) {
-    for (const char* const name : {"airstrike", "bazooka", "beamer", "dynamite", "dynamiteprojectile", "shotgun"}) {
-        MilkShapeModel model(name);
-        ASSERT_TRUE(model.load(name));
-        EXPECT_GT(volume(drawnCorners(model), Matrix()), 0.2f) << name;
-    }
+    const auto expectOutside = [](const std::string& name, const Matrix& turn) {
+        const std::vector<Vector3> corners = drawnCorners(*loaded(name));
+        float sixfoldVolume = 0;
+        for (std::size_t i = 0; i + 2 < corners.size(); i += 3) {
+            const Vector3 normal = turn.transform(corners[i + 1]).cross(turn.transform(corners[i + 2]));
+            sixfoldVolume += turn.transform(corners[i]).dot(normal);
+        }
+        EXPECT_GT(sixfoldVolume, 1.2f) << name;
+    };
+    for (const char* const name : {"airstrike", "bazooka", "beamer", "dynamite", "dynamiteprojectile", "shotgun"})
+        expectOutside(name, Matrix());
     // In flight the rocket's matrix mirrors.
     auto* const rocket = new Rocket(Vector3(0, 50, 0), Vector3(3, 2, 1), nullptr);
     services.frame(10);
-    MilkShapeModel model("rocket");
-    ASSERT_TRUE(model.load("rocket"));
-    EXPECT_GT(volume(drawnCorners(model), rocket->getRotationMatrix()), 0.2f);
+    expectOutside("rocket", rocket->getRotationMatrix());
 }
 
-TEST_F(PictureData, AJumpLastsItsFlightAndEndsAsIdleBegins) {
-    MilkShapeModel jump("jump");
-    play(jump, services, "jump", 1995);
-    EXPECT_EQ(jump.getCurrentAnimation(), "jump");
-    const std::vector<Vector3> last = drawnCorners(jump);
-    services.tick(5);
-    jump.update();
-    EXPECT_EQ(jump.getCurrentAnimation(), "idle");
-    const std::vector<Vector3> first = drawnCorners(jump);
-    float furthest = 0;
+TEST_F(PictureData, AJumpEndsAsIdleBeginsAndAWalkHopsAboveTheGround) {
+    const auto worm = loaded("wurm");
+    const auto lowest = [&worm] {
+        float low = 0;
+        for (const Vector3& corner : drawnCorners(*worm))
+            low = std::min(low, corner.y);
+        return low;
+    };
+    const float standing = lowest();
+    worm->setAnimation("jump");
+    advance(*worm, 1995);
+    EXPECT_EQ(worm->getCurrentAnimation(), "jump");
+    const std::vector<Vector3> last = drawnCorners(*worm);
+    advance(*worm, 5);
+    EXPECT_EQ(worm->getCurrentAnimation(), "idle");
+    const std::vector<Vector3> first = drawnCorners(*worm);
     for (std::size_t i = 0; i < first.size(); ++i)
-        furthest = std::max(furthest, (first[i] - last[i]).length());
-    EXPECT_LT(furthest, 0.05f);
+        EXPECT_LT((first[i] - last[i]).length(), 0.05f);
+    worm->setAnimation("walk");
+    float highest = 0;
+    for (int i = 0; i < 40; ++i) {
+        advance(*worm, 25);
+        EXPECT_GT(lowest() - standing, -0.3f);
+        highest = std::max(highest, lowest() - standing);
+    }
+    EXPECT_EQ(worm->getCurrentAnimation(), "walk");
+    EXPECT_GT(highest, 0.2f);
 }
-
-/// The cells of a grid that a model covers for an eye on the x axis (across = z) or on the z axis.
-class Silhouette {
-public:
-    static constexpr float cell = 0.1f;
-
-    Silhouette(const std::vector<Vector3>& corners, float Vector3::*across) {
-        for (std::size_t i = 0; i + 2 < corners.size(); i += 3)
-            add({corners[i].*across, corners[i].y, 0}, {corners[i + 1].*across, corners[i + 1].y, 0},
-                {corners[i + 2].*across, corners[i + 2].y, 0});
-    }
-
-    std::size_t size() const { return cells.size(); }
-    /// Middles of the cells above a height, from the lowest row to the highest: (across, height).
-    std::vector<std::pair<float, float>> above(float height) const {
-        std::vector<std::pair<float, float>> points;
-        for (const auto& [row, column] : cells)
-            if (static_cast<float>(row) * cell >= height)
-                points.emplace_back(static_cast<float>(column) * cell, static_cast<float>(row) * cell);
-        return points;
-    }
-
-private:
-    void add(const Vector3& a, const Vector3& b, const Vector3& c) {
-        const auto first = [](float x) { return static_cast<int>(std::ceil(x / cell)); };
-        for (int row = first(std::min({a.y, b.y, c.y})); row < first(std::max({a.y, b.y, c.y})); ++row)
-            for (int column = first(std::min({a.x, b.x, c.x})); column < first(std::max({a.x, b.x, c.x})); ++column)
-                if (pointInTriangle({static_cast<float>(column) * cell, static_cast<float>(row) * cell, 0}, a, b, c))
-                    cells.emplace(row, column);
-    }
-
-    std::set<std::pair<int, int>> cells;
-};
 
 TEST_F(PictureData, TheWormThatOneSeesIsTheWormThatOneHits) {
-    constexpr std::size_t pellets = 21;
     BoundingBox nowhere;
-    Team team{"team", &nowhere, 1, 1, 1, {}, 0};
+    Team team{"team", &nowhere, 1, 1, 1, {}, 0, issueWeapons};
     auto* const worm = new Worm("worm", &team);
     SceneNode* const root = theModuleManager->getSceneRoot();
     root->addChild(worm);
     worm->setPosition(Vector3(10, 20, 30));
     services.frame(10);
-    const Vector3 middle = worm->getWorldPosition();
     const std::vector<Vector3> corners = drawnCorners(worm->getModel());
-    for (float Vector3::*const across : {&Vector3::x, &Vector3::z}) {
-        const Silhouette silhouette(corners, across);
-        // Lower down there is the tail that it stands on.
-        const auto bulk = silhouette.above(-2.5f);
-        ASSERT_GE(bulk.size(), silhouette.size() * 7 / 10);
-        std::size_t hits = 0;
-        for (std::size_t i = 0; i < pellets; ++i) {
-            const auto [aside, height] = bulk[(2 * i + 1) * bulk.size() / (2 * pellets)];
-            Vector3 offset(0, height, 0);
-            offset.*across = aside;
-            Vector3 flight(0, 0, 0);
-            flight.*(across == &Vector3::x ? &Vector3::z : &Vector3::x) = -60.0f;
+    for (const Vector3& flight : {Vector3(0, 0, -60), Vector3(-60, 0, 0)}) {
+        // Areas as that eye sees them.
+        float whole = 0;
+        float bulk = 0;
+        float hit = 0;
+        for (std::size_t i = 0; i + 2 < corners.size(); i += 3) {
+            const Vector3 normal = (corners[i + 1] - corners[i]).cross(corners[i + 2] - corners[i]);
+            const float area = std::fabs(normal.dot(flight));
+            const Vector3 middle = (corners[i] + corners[i + 1] + corners[i + 2]) / 3;
+            whole += area;
+            // Lower down there is the tail that it stands on.
+            if (middle.y < -2.5f)
+                continue;
+            bulk += area;
             CollisionPacket pellet;
             pellet.radius = Vector3(1, 1, 1);
-            pellet.worldPosition = middle + offset - flight * 0.5f;
+            pellet.worldPosition = worm->getWorldPosition() + middle - flight * 0.5f;
             pellet.worldVelocity = flight;
             theModuleManager->getCollisionDetection()->moveToContact(&pellet, root);
-            hits += pellet.foundCollision ? 1 : 0;
+            hit += pellet.foundCollision ? area : 0;
         }
-        EXPECT_GE(hits, 17u) << (across == &Vector3::x ? "from the front" : "from the side");
+        EXPECT_GE(bulk, 0.7f * whole) << flight.x;
+        EXPECT_GE(hit, 0.75f * bulk) << flight.x;
     }
 }
 
-TEST(FontData, GlyphsStandInTheHalfOfTheirCellsThatTextShows) {
-    const ShippedData data;
-    std::ifstream file("textures/font.tga", std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    constexpr int side = 1024;
-    constexpr int cell = side / 16;
-    ASSERT_EQ(bytes.size(), 18u + 4u * side * side);
+/// A texture file, channels from 0 to 1.
+struct Picture {
+    std::string bytes;
+    std::size_t side = 0;
+    std::size_t depth = 0;
+
+    explicit Picture(const std::string& name) {
+        EXPECT_TRUE(readWholeFile("textures/" + name + ".tga", bytes)) << name;
+        side = static_cast<unsigned char>(bytes.at(12)) + 256U * static_cast<unsigned char>(bytes.at(13));
+        depth = static_cast<unsigned char>(bytes.at(16)) / 8U;
+        EXPECT_EQ(bytes.size(), 18 + side * side * depth) << name;
+    }
+    /// Channels are blue, green and red; rows count from the bottom.
+    double at(std::size_t x, std::size_t y, std::size_t channel) const {
+        return static_cast<unsigned char>(bytes.at(18 + (y * side + x) * depth + channel)) / 255.0;
+    }
+    double mean(std::size_t channel) const {
+        double sum = 0;
+        for (std::size_t i = 0; i < side * side; ++i)
+            sum += at(i % side, i / side, channel);
+        return sum / static_cast<double>(side * side);
+    }
+};
+
+TEST_F(PictureData, TexturesHaveTheColoursOfWhatTheyShow) {
+    for (const char* const warm : {"earth", "sand", "redstone", "brick", "planks", "wurm"})
+        EXPECT_GT(Picture(warm).mean(2), 1.2 * Picture(warm).mean(0)) << warm;
+    for (const char* const cold : {"sky", "water", "deep", "slate"})
+        EXPECT_GT(Picture(cold).mean(0), 1.05 * Picture(cold).mean(2)) << cold;
+    for (const char* const green : {"grass", "moss"})
+        EXPECT_GT(Picture(green).mean(1), 1.1 * std::max(Picture(green).mean(0), Picture(green).mean(2))) << green;
+}
+
+TEST_F(PictureData, TheWormLooksOutOfItsPupils) {
+    const auto worm = loaded("wurm");
+    const Picture skin("wurm");
+    const std::vector<Vector3> corners = drawnCorners(*worm);
+    for (const float side : {-1.0f, 1.0f}) {
+        float nearest = 0;
+        double tone = 1;
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const ModelTriangle& triangle = worm->getTriangles()[i / 3];
+            const float s = triangle.s[i % 3];
+            // The eyeballs wear the left quarter of the skin.
+            if (s >= 0.25f || corners[i].x * side < 0.0f || corners[i].z < nearest)
+                continue;
+            nearest = corners[i].z;
+            tone =
+                skin.at(static_cast<std::size_t>(s * 512.0f), static_cast<std::size_t>(triangle.t[i % 3] * 512.0f), 2);
+        }
+        EXPECT_LT(tone, 0.15) << side;
+    }
+}
+
+TEST_F(PictureData, GlyphsStandInTheHalfOfTheirCellsThatTextShows) {
+    const Picture font("font");
+    const std::size_t cell = font.side / 16;
+    ASSERT_EQ(cell, 64u);
     int covered = 0;
     double inkSum = 0;
     double momentSum = 0;
-    for (int code = '!'; code <= '~'; ++code) {
-        for (int y = 0; y < cell; ++y) {
-            for (int x = 0; x < cell; ++x) {
-                const auto pixel =
-                    static_cast<std::size_t>((side - 1 - (code / 16 * cell + y)) * side + code % 16 * cell + x);
-                const double ink = static_cast<unsigned char>(bytes[18 + 4 * pixel]) / 255.0;
-                covered += x >= cell / 2 + 2 && ink >= 0.5 ? 1 : 0;
-                inkSum += ink;
-                momentSum += ink * (x + 0.5);
-            }
+    std::array<double, 128> height{}; // of the middle of the ink above the cell's lower edge
+    for (std::size_t code = '!'; code <= '~'; ++code) {
+        double own = 0;
+        for (std::size_t i = 0; i < cell * cell; ++i) {
+            const std::size_t x = i % cell;
+            const std::size_t y = i / cell;
+            const double ink = font.at(code % 16 * cell + x, font.side - (code / 16 + 1) * cell + y, 0);
+            covered += x >= cell / 2 + 2 && ink >= 0.5 ? 1 : 0;
+            own += ink;
+            height.at(code) += ink * static_cast<double>(y);
+            momentSum += ink * (static_cast<double>(x) + 0.5);
         }
+        EXPECT_GT(own, 20.0) << code;
+        height.at(code) /= own;
+        inkSum += own;
     }
+    EXPECT_TRUE(height['_'] < height['L'] - 9 && height['L'] < height['P'] - 4 && height['P'] < height['^'] - 4)
+        << height['_'] << ' ' << height['L'] << ' ' << height['P'] << ' ' << height['^'];
     EXPECT_EQ(covered, 0) << "pixels lie more than a rim deep under the next quad";
-    EXPECT_NEAR(momentSum / inkSum, cell / 4.0, 4.0) << "text lies aside of where its length puts it";
+    EXPECT_NEAR(momentSum / inkSum, 16.0, 4.0) << "text lies aside of where its length puts it";
 }
 
 } // namespace

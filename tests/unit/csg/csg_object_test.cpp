@@ -1,17 +1,21 @@
-#include "csg/csg_object.h"
+#include "csg/land/csg_object.h"
 
-#include "core/log.h"
-#include "game/collision_detection.h"
-#include "game/collision_packet.h"
+#include "core/base/log.h"
+#include "game/collision/collision_detection.h"
+#include "game/collision/collision_packet.h"
 #include "platform/headless/headless.h"
-#include "render/renderer.h"
+#include "render/device/renderer.h"
 #include "support/solids.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstring>
+#include <numbers>
 #include <random>
+#include <set>
 #include <string>
 
 namespace {
@@ -37,147 +41,148 @@ void expectEmpty(const csgObject& solid) {
     EXPECT_EQ(solid.getLocalBounds().max, Vector3(0.0f, 0.0f, 0.0f));
 }
 
-void collideWithEveryFace(const csgObject& solid, CollisionPacket& packet) {
-    const auto scaled = [&](const csgVector& v) {
-        return Vector3(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)) / packet.radius;
-    };
-    for (const csgFaceList& part : solid.getParts()) {
-        for (const auto& face : part)
-            theModuleManager->getCollisionDetection()->checkTriangle(&packet, scaled(face->cornerPosition(0)),
-                                                                     scaled(face->cornerPosition(1)),
-                                                                     scaled(face->cornerPosition(2)));
+/// What one draw shows, and the normals that go with the corners.
+struct Drawn {
+    std::vector<headless::GlPrimitive> parts;
+    std::vector<double> normals;
+};
+
+Drawn drawn(csgObject& solid, RenderMode mode) {
+    theModuleManager->getRenderer()->renderMode = mode;
+    headless::captureGeometry(true);
+    headless::recordGl(true);
+    solid.draw();
+    Drawn result{headless::glPrimitives(), {}};
+    for (const headless::GlRecord& record : headless::glRecords()) {
+        if (record.name == "glNormal3d")
+            result.normals.insert(result.normals.end(), record.arguments.begin(), record.arguments.end());
     }
+    headless::captureGeometry(false);
+    headless::recordGl(false);
+    if (result.parts.empty() || mode == RenderMode::immediate)
+        return result;
+    const headless::GlState& state = headless::glState();
+    const headless::GlClientArray& array = state.normalArray;
+    result.normals.resize(9 * solid.countFaces());
+    const void* const source = array.buffer != 0 ? state.buffers.at(array.buffer).data() : array.pointer;
+    std::memcpy(result.normals.data(), source, result.normals.size() * sizeof(double));
+    return result;
 }
 
 } // namespace
 
-TEST_F(CsgObject, MissingFilesAndDirectoriesCannotBeOpened) {
+TEST_F(CsgObject, LoadsOrIsEmptyAndSaysWhy) {
     directory.write("csg/place.csg/file", "");
-    csgObject solid;
-    for (const char* name : {"missing", "place"}) {
+    directory.write("csg/bad.csg", "1 2 0 0 0 0 0 1 1");
+    directory.write("csg/none.csg", "0");
+    directory.writeSolid("box", boxData({0, 0, 0}, {1, 2, 3}));
+    const std::array<std::pair<std::string, std::string>, 4> cases{
+        {{"missing", " csgObject: Could not open csg file './csg/missing.csg' \n"},
+         {"place", " csgObject: Could not open csg file './csg/place.csg' \n"},
+         {"bad", " csgObject: Bad csg file './csg/bad.csg': line 1, part 0: vertex 1: z is missing \n"},
+         {"none", ""}}};
+    for (const auto& [name, log] : cases) {
+        csgObject solid;
+        ASSERT_TRUE(solid.load("./csg/box"));
         logged.clear();
-        EXPECT_FALSE(solid.load(std::string("./csg/") + name));
-        EXPECT_EQ(logged, std::string(" csgObject: Could not open csg file './csg/") + name + ".csg' \n");
+        EXPECT_EQ(solid.load("./csg/" + name), log.empty()) << name;
+        EXPECT_EQ(logged, log);
+        expectEmpty(solid);
+        solid.translate(1.0, 2.0, 3.0);
+        solid.rotateX(1.0);
+        solid.scale(2.0, 3.0, 4.0);
+        expectEmpty(solid);
+
+        csgObject box;
+        ASSERT_TRUE(box.load("./csg/box"));
+        const auto before = hashOf(box);
+        box.subtract(solid);
+        solid.subtract(box);
+        EXPECT_EQ(hashOf(box), before);
         expectEmpty(solid);
     }
-}
-
-TEST_F(CsgObject, MalformedFileLeavesItEmpty) {
-    directory.writeSolid("good", boxData({0, 0, 0}, {1, 1, 1}));
-    directory.write("csg/bad.csg", "1 2 0 0 0 0 0 1 1");
-    csgObject solid;
-    ASSERT_TRUE(solid.load("./csg/good"));
-    logged.clear();
-    EXPECT_FALSE(solid.load("./csg/bad"));
-    EXPECT_EQ(logged, " csgObject: Bad csg file './csg/bad.csg': line 1, part 0: vertex 1: z is missing \n");
-    expectEmpty(solid);
-    solid.translate(1.0, 2.0, 3.0);
-    solid.rotateX(1.0);
-    expectEmpty(solid);
-}
-
-TEST_F(CsgObject, FileWithoutPartsLoads) {
-    directory.write("csg/none.csg", "0");
-    csgObject solid;
-    EXPECT_TRUE(solid.load("./csg/none"));
-    expectEmpty(solid);
 }
 
 TEST_F(CsgObject, LocalBoxFollowsThePlacing) {
     directory.writeSolid("box", boxData({0, 0, 0}, {1, 2, 3}));
     csgObject solid;
     ASSERT_TRUE(solid.load("./csg/box"));
-    solid.scale(2.0, 1.0, 1.0);
-    EXPECT_EQ(solid.getLocalBounds().max, Vector3(2.0f, 2.0f, 3.0f));
-    solid.rotateZ(1.5707963267948966);
-    EXPECT_NEAR(solid.getLocalBounds().min.x, -2.0f, 1e-6f);
-    EXPECT_NEAR(solid.getLocalBounds().max.y, 2.0f, 1e-6f);
-    const csgBounds before = *solid.getBounds();
-    solid.translate(0.5, -1.0, 10.0);
-    EXPECT_EQ(solid.getBounds()->max, before.max + (csgVector{0.5, -1.0, 10.0}));
-    EXPECT_EQ(solid.getLocalBounds().max.z, static_cast<float>(before.max.z + 10.0));
-}
-
-TEST_F(CsgObject, SubtractLogsItsSteps) {
-    directory.writeSolid("land", boxData({0, 0, 0}, {10, 10, 10}));
-    directory.writeSolid("ball", sphereData(1, 2.0));
-    csgObject land;
-    csgObject ball;
-    ASSERT_TRUE(land.load("./csg/land"));
-    ASSERT_TRUE(ball.load("./csg/ball"));
-    ball.translate(5.0, 5.0, 5.0);
-    logged.clear();
-    land.subtract(ball);
-    EXPECT_EQ(logged, "Before split!!!!!!!!!!!!!!\nAfter first split!!!!!!!!!!!!!!\nAfter second split!!!!!!!!!!!!!!\n"
-                      " csgObject: Needed time for CSG boolean Operation 0 \n");
-    EXPECT_EQ(land.countFaces(), 12u + 80u);
-}
-
-TEST_F(CsgObject, SubtractingWithOrFromNothingDoesNothing) {
-    directory.writeSolid("land", boxData({0, 0, 0}, {10, 10, 10}));
-    csgObject land;
-    csgObject nothing;
-    ASSERT_TRUE(land.load("./csg/land"));
-    const auto before = hashOf(land);
-    land.subtract(nothing);
-    nothing.subtract(land);
-    EXPECT_EQ(hashOf(land), before);
-    expectEmpty(nothing);
+    const auto expectBox = [&](const Vector3& min, const Vector3& max) {
+        EXPECT_LT((solid.getLocalBounds().min - min).length(), 1e-5f) << min.x << ' ' << min.y << ' ' << min.z;
+        EXPECT_LT((solid.getLocalBounds().max - max).length(), 1e-5f) << max.x << ' ' << max.y << ' ' << max.z;
+        EXPECT_EQ(static_cast<float>(solid.getBounds()->max.y), solid.getLocalBounds().max.y);
+    };
+    constexpr double quarter = std::numbers::pi / 2.0;
+    expectBox({0, 0, 0}, {1, 2, 3});
+    solid.scale(2.0, 3.0, 0.5);
+    expectBox({0, 0, 0}, {2, 6, 1.5f});
+    solid.translate(1.0, -2.0, 4.0);
+    expectBox({1, -2, 4}, {3, 4, 5.5f});
+    solid.rotateX(quarter);
+    expectBox({1, -5.5f, -2}, {3, -4, 4});
+    solid.rotateY(quarter);
+    expectBox({-2, -5.5f, -3}, {4, -4, -1});
+    solid.rotateZ(quarter);
+    expectBox({4, -2, -3}, {5.5f, 4, -1});
 }
 
 TEST_F(CsgObject, ExtensionsAreWholeWords) {
     headless::setGlExtensions("GL_ARB_vertex_buffer_object_extra GL_EXT_a GL_ARB_vertex_buffer");
-    EXPECT_FALSE(csgObject::hasExtension("GL_ARB_vertex_buffer_object"));
-    EXPECT_TRUE(csgObject::hasExtension("GL_ARB_vertex_buffer"));
-    EXPECT_TRUE(csgObject::hasExtension("GL_EXT_a"));
-    EXPECT_FALSE(csgObject::hasExtension("EXT_a"));
-    EXPECT_FALSE(csgObject::hasExtension(""));
-    EXPECT_FALSE(csgObject::hasExtension("GL_EXT_a GL_ARB_vertex_buffer"));
+    for (const char* const whole : {"GL_ARB_vertex_buffer", "GL_EXT_a"})
+        EXPECT_TRUE(csgObject::hasExtension(whole)) << whole;
+    for (const char* const none : {"GL_ARB_vertex_buffer_object", "EXT_a", "", "GL_EXT_a GL_ARB_vertex_buffer"})
+        EXPECT_FALSE(csgObject::hasExtension(none)) << none;
 }
 
-TEST_F(CsgObject, ArraysAndBuffersDrawPartByPart) {
-    csgMeshData data = boxData({0, 0, 0}, {1, 1, 1});
-    data.parts.push_back(tetrahedronData(5.0).parts[0]);
-    directory.writeSolid("two", data);
-    csgObject solid;
-    ASSERT_TRUE(solid.load("./csg/two"));
-    EXPECT_EQ(solid.getTextures(), (std::vector<Texture*>{nullptr, nullptr}));
-    EXPECT_EQ(solid.getTextureNames(), (std::vector<std::string>{"stone", "stone"}));
-    solid.rebuildArrays();
-    for (const int mode : {renderVertexArray, renderVertexBuffer}) {
-        theModuleManager->getRenderer()->renderMode = mode;
-        headless::recordGl(true);
-        solid.draw();
-        headless::recordGl(false);
-        std::vector<std::vector<double>> draws;
-        for (const headless::GlRecord& record : headless::glRecords()) {
-            EXPECT_NE(record.name, "glBindTexture") << "a part without texture binds none";
-            if (record.name == "glDrawArrays")
-                draws.push_back(record.arguments);
+TEST_F(CsgObject, EveryModeDrawsTheSameAfterEachCut) {
+    constexpr char black[] = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 24, 0, 0, 0, 0};
+    csgMeshData data;
+    for (const char* const name : {"rock", "none", "sand", "moss"}) {
+        const csgVector corner{10.0 * static_cast<double>(data.parts.size()), 0, 0};
+        data.parts.push_back(boxData(corner, corner + csgVector{4, 5, 6}).parts[0]);
+        data.parts.back().texture = name;
+        if (data.parts.size() != 2)
+            directory.write("textures/" + std::string(name) + ".tga", std::string_view(black, sizeof black));
+    }
+    directory.writeSolid("four", data);
+    directory.writeSolid("ball", sphereData(1, 3.0));
+    {
+        csgObject solid;
+        ASSERT_TRUE(solid.load("./csg/four"));
+        EXPECT_EQ(solid.getTextureNames(), (std::vector<std::string>{"rock", "none", "sand", "moss"}));
+        EXPECT_EQ(solid.getTextures()[1], nullptr);
+        for (const double x : {-20.0, 12.0, 21.5}) {
+            csgObject ball;
+            ASSERT_TRUE(ball.load("./csg/ball"));
+            ball.translate(x, 4.0, 2.0);
+            logged.clear();
+            solid.subtract(ball);
+            EXPECT_EQ(logged,
+                      "Before split!!!!!!!!!!!!!!\nAfter first split!!!!!!!!!!!!!!\nAfter second split!!!!!!!!!!!!!!\n"
+                      " csgObject: Needed time for CSG boolean Operation 0 \n");
+            EXPECT_EQ(solid.getCarveStats().adopted > 0, x > 0.0);
+            EXPECT_EQ(headless::glState().buffers.size(), 3u);
+            const Drawn arrays = drawn(solid, RenderMode::vertexArray);
+            const Drawn buffers = drawn(solid, RenderMode::vertexBuffer);
+            solid.computeNormals();
+            const Drawn plain = drawn(solid, RenderMode::immediate);
+            ASSERT_EQ(plain.parts.size(), 4u);
+            EXPECT_EQ(plain.parts[2].vertices.size(), 3 * solid.getParts()[2].size());
+            EXPECT_EQ(std::set<GLuint>({plain.parts[0].texture, plain.parts[2].texture, plain.parts[3].texture}).size(),
+                      3u);
+            for (const Drawn* const other : {&arrays, &buffers}) {
+                EXPECT_EQ(other->normals, plain.normals);
+                ASSERT_EQ(other->parts.size(), 4u);
+                for (std::size_t i = 0; i < 4; ++i) {
+                    EXPECT_EQ(other->parts[i].texture, plain.parts[i].texture);
+                    EXPECT_EQ(other->parts[i].vertices, plain.parts[i].vertices);
+                    EXPECT_EQ(other->parts[i].coordinates, plain.parts[i].coordinates);
+                }
+            }
         }
-        EXPECT_EQ(draws, (std::vector<std::vector<double>>{{GL_TRIANGLES, 0, 36}, {GL_TRIANGLES, 36, 12}}));
-        EXPECT_FALSE(headless::glState().vertexArray.enabled);
-        EXPECT_EQ(headless::glState().arrayBuffer, 0u);
     }
-}
-
-TEST_F(CsgObject, EveryModeDrawsTheSame) {
-    directory.writeSolid("box", boxData({0, 0, 0}, {1, 2, 3}));
-    csgObject solid;
-    ASSERT_TRUE(solid.load("./csg/box"));
-    solid.rebuildArrays();
-    std::vector<std::vector<std::array<float, 3>>> drawn;
-    for (const int mode : {renderImmediate, renderVertexArray, renderVertexBuffer}) {
-        theModuleManager->getRenderer()->renderMode = mode;
-        headless::captureGeometry(true);
-        solid.draw();
-        ASSERT_EQ(headless::glPrimitives().size(), 1u);
-        drawn.push_back(headless::glPrimitives()[0].vertices);
-        headless::captureGeometry(false);
-    }
-    EXPECT_EQ(drawn[0].size(), 36u);
-    EXPECT_EQ(drawn[1], drawn[0]);
-    EXPECT_EQ(drawn[2], drawn[0]);
+    EXPECT_TRUE(headless::glState().buffers.empty());
+    EXPECT_EQ(headless::glState().arrayBuffer, 0u);
 }
 
 TEST_F(CsgObject, WithoutBufferSupportBufferModeDrawsNothing) {
@@ -186,29 +191,8 @@ TEST_F(CsgObject, WithoutBufferSupportBufferModeDrawsNothing) {
     csgObject solid;
     ASSERT_TRUE(solid.load("./csg/box"));
     solid.rebuildArrays();
-    theModuleManager->getRenderer()->renderMode = renderVertexBuffer;
-    const auto calls = headless::glCalls("glDrawArrays") + headless::glCalls("glBegin");
-    solid.draw();
-    EXPECT_EQ(headless::glCalls("glDrawArrays") + headless::glCalls("glBegin"), calls);
+    EXPECT_TRUE(drawn(solid, RenderMode::vertexBuffer).parts.empty());
     EXPECT_EQ(headless::glCalls("glGenBuffersARB"), 0u);
-}
-
-TEST_F(CsgObject, BuffersAreReplacedAndReleased) {
-    directory.writeSolid("land", boxData({0, 0, 0}, {10, 10, 10}));
-    directory.writeSolid("ball", sphereData(1, 2.0));
-    {
-        csgObject land;
-        ASSERT_TRUE(land.load("./csg/land"));
-        land.rebuildArrays();
-        EXPECT_EQ(headless::glState().buffers.size(), 3u);
-        csgObject ball;
-        ASSERT_TRUE(ball.load("./csg/ball"));
-        ball.translate(5.0, 5.0, 5.0);
-        land.subtract(ball);
-        ASSERT_EQ(headless::glState().buffers.size(), 3u);
-        EXPECT_EQ(headless::glState().buffers.begin()->second.size(), 24u * 3u * (12u + 80u));
-    }
-    EXPECT_TRUE(headless::glState().buffers.empty());
 }
 
 TEST_F(CsgObject, MoversMeetTheSameTrianglesAsInAFullSearch) {
@@ -225,6 +209,7 @@ TEST_F(CsgObject, MoversMeetTheSameTrianglesAsInAFullSearch) {
         land.subtract(ball);
     }
     std::uniform_real_distribution<float> step(-3.0f, 3.0f);
+    CollisionDetection& service = *theModuleManager->getCollisionDetection();
     int contacts = 0;
     for (int i = 0; i < 4000; ++i) {
         CollisionPacket packet;
@@ -236,7 +221,12 @@ TEST_F(CsgObject, MoversMeetTheSameTrianglesAsInAFullSearch) {
         packet.normalizedVelocity.normalize();
         CollisionPacket plain = packet;
         land.collide(&packet);
-        collideWithEveryFace(land, plain);
+        const auto scaled = [&](const csgVector& v) {
+            return Vector3(static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)) / packet.radius;
+        };
+        for (const auto& face : land.getParts()[0])
+            service.checkTriangle(&plain, scaled(face->cornerPosition(0)), scaled(face->cornerPosition(1)),
+                                  scaled(face->cornerPosition(2)));
         ASSERT_EQ(packet.foundCollision, plain.foundCollision) << i;
         if (!plain.foundCollision)
             continue;

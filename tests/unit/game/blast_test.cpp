@@ -1,7 +1,8 @@
-#include "game/blast.h"
+#include "game/armoury/blast.h"
 
-#include "core/team.h"
-#include "game/worm.h"
+#include "core/teams/team.h"
+#include "game/armoury/armoury.h"
+#include "game/play/worm.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
@@ -9,51 +10,34 @@
 
 namespace {
 
-class BlastTest : public testing::Test {
-protected:
-    BlastTest() {
-        worm = new Worm("worm", &team);
+TEST(Blast, HurtsByDistanceAndThrowsByDirectionWithinItsRadius) {
+    const TestData data;
+    const TestServices services;
+    const BoundingBox nowhere;
+    Team team("team", &nowhere, 1, 1, 1, {}, 0, issueWeapons);
+    const Vector3 centre(5, -6, 7);
+    struct Case {
+        Vector3 offset;
+        float strength;
+        float radius;
+        float health;
+        bool thrown;
+        Vector3 velocity;
+    };
+    for (const Case& each :
+         {Case{{3, 0, 0}, 90, 15, 28, true, {1200, 360, 0}}, Case{{0, -6, 8}, 30, 20, 85, true, {0, 90, 240}},
+          Case{{0, 0, -10}, 80, 10, 100, true, {0, 480, -1600}}, // the rim throws without hurting
+          Case{{0, 0, 10.01f}, 80, 10, 100, false, {0, 0, 0}}, Case{{0, 0, 0}, 80, 10, 20, true, {0, 480, 0}}}) {
+        auto* const worm = new Worm("worm", &team);
         theModuleManager->getSceneRoot()->addChild(worm);
-    }
-
-    /// Sets a blast off at the origin with the worm standing there.
-    void blastWithWormAt(const Vector3& position, float strength, float radius) {
-        worm->setPosition(position);
-        theModuleManager->getSceneRoot()->SceneNode::update();
-        worm->setPosition(position);
+        worm->setPosition(centre + each.offset);
         worm->SceneNode::update();
-        Blast(Vector3(0, 0, 0), strength, radius).applyTo(theModuleManager->getSceneRoot());
+        Blast(centre, each.strength, each.radius).applyTo(theModuleManager->getSceneRoot());
+        EXPECT_FLOAT_EQ(worm->getHealth(), each.health);
+        EXPECT_EQ(worm->jumping, each.thrown);
+        EXPECT_LT((worm->jumpVelocity - each.velocity).length(), 1e-3f) << each.health;
+        theModuleManager->getSceneRoot()->deleteChild(worm);
     }
-
-    TestData data;
-    TestServices services;
-    BoundingBox nowhere;
-    Team team{"team", &nowhere, 1, 1, 1, {}, 0};
-    Worm* worm;
-};
-
-TEST_F(BlastTest, DamageFallsOffToTheRadius) {
-    blastWithWormAt(Vector3(3, 0, 0), 90, 15);
-    EXPECT_FLOAT_EQ(worm->getHealth(), 100.0f - 72.0f);
-    EXPECT_TRUE(worm->jumping);
-    EXPECT_FLOAT_EQ(worm->jumpVelocity.x, 90.0f / 15.0f * 200.0f);
-    EXPECT_FLOAT_EQ(worm->jumpVelocity.y, 360.0f);
-}
-
-TEST_F(BlastTest, TheRimThrowsWithoutHurtingAndBeyondItNothingHappens) {
-    blastWithWormAt(Vector3(0, 0, 10), 80, 10);
-    EXPECT_EQ(worm->getHealth(), 100.0f);
-    EXPECT_TRUE(worm->jumping);
-    worm->jumping = false;
-    blastWithWormAt(Vector3(0, 0, 10.01f), 80, 10);
-    EXPECT_EQ(worm->getHealth(), 100.0f);
-    EXPECT_FALSE(worm->jumping);
-}
-
-TEST_F(BlastTest, TheCentreThrowsStraightUp) {
-    blastWithWormAt(Vector3(0, 0, 0), 80, 10);
-    EXPECT_FLOAT_EQ(worm->getHealth(), 20.0f);
-    EXPECT_EQ(worm->jumpVelocity, Vector3(0, 480, 0));
 }
 
 } // namespace

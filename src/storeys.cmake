@@ -1,0 +1,62 @@
+# add_storey(<name> FOLDERS <folder>... [LINKS <storey>...]): a library of the sources that each folder's CMakeLists.txt
+# lists by storey_files, on top of the storeys it links. Ends the configuration when a link or an include goes up.
+function(add_storey name)
+  cmake_parse_arguments(arg "" "" "FOLDERS;LINKS" ${ARGN})
+  add_library(${name} STATIC)
+  set_target_properties(${name} PROPERTIES OUTPUT_NAME brackenmoor_${name} VERIFY_INTERFACE_HEADER_SETS ON)
+  target_link_libraries(${name} PUBLIC brackenmoor_options)
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+
+  set(below ${arg_FOLDERS})
+  foreach(link IN LISTS arg_LINKS)
+    if(NOT TARGET ${link})
+      message(FATAL_ERROR "The storey ${name} cannot link ${link}, which does not stand below it.")
+    endif()
+    target_link_libraries(${name} PUBLIC ${link})
+    get_target_property(folders ${link} STOREY_FOLDERS)
+    list(APPEND below ${folders})
+  endforeach()
+  list(REMOVE_DUPLICATES below)
+  set_target_properties(${name} PROPERTIES STOREY_FOLDERS "${below}")
+  set_property(GLOBAL APPEND PROPERTY BRACKENMOOR_STOREYS ${name})
+
+  set(storey ${name})
+  foreach(folder IN LISTS arg_FOLDERS)
+    add_subdirectory(${folder})
+  endforeach()
+endfunction()
+
+# storey_files(<file>...): the sources and headers of a folder.
+function(storey_files)
+  set(headers ${ARGN})
+  set(sources ${ARGN})
+  list(FILTER headers INCLUDE REGEX "\\.h$")
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  target_sources(${storey}
+    PRIVATE ${sources}
+    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${headers})
+
+  get_target_property(below ${storey} STOREY_FOLDERS)
+  foreach(file IN LISTS ARGN)
+    file(STRINGS ${file} includes REGEX "^#include \"")
+    foreach(include IN LISTS includes)
+      string(REGEX REPLACE "^#include \"(.*)/[^/]*\".*" "\\1" folder "${include}")
+      if(NOT folder IN_LIST below)
+        message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/${file}: ${include}: ${folder} is not below ${storey}.")
+      endif()
+    endforeach()
+  endforeach()
+endfunction()
+
+# prove_storeys(<desktop>): for developers, each storey whole in a program with nothing but what is below it.
+function(prove_storeys desktop)
+  if(NOT BRACKENMOOR_DEVELOPER)
+    return()
+  endif()
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/alone.cpp "int main() {}\n")
+  get_property(storeys GLOBAL PROPERTY BRACKENMOOR_STOREYS)
+  foreach(storey IN LISTS storeys)
+    add_executable(alone_${storey} ${CMAKE_CURRENT_BINARY_DIR}/alone.cpp)
+    target_link_libraries(alone_${storey} PRIVATE $<LINK_LIBRARY:WHOLE_ARCHIVE,${storey}> ${desktop})
+  endforeach()
+endfunction()
