@@ -15,6 +15,7 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -59,6 +60,8 @@ Step splitBy(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgFace&
         return Step::nextCutter;
 
     Origin origin = origins[&face];
+    // Whatever stays undone from here on leaves the face on both sides, but for a cut along one of its edges.
+    const bool wasPartlyCut = std::exchange(face.partlyCut, true);
     if (std::count(origin.cutters.begin(), origin.cutters.end(), &cutter) >= csgMostCutsByOne)
         return Step::nextCutter;
     if (origin.left && *origin.left == 0)
@@ -67,8 +70,11 @@ Step splitBy(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgFace&
         origin.left = std::make_shared<std::size_t>(csgMostCutsPerCutter * (1 + countMeeting(other, face.bounds)));
     origin.cutters.push_back(&cutter);
     const std::size_t before = list.size();
-    if (mesh.appendPieces(list, face, s, t).made == 0)
+    const auto [made, wanted] = mesh.appendPieces(list, face, s, t);
+    if (made == 0) {
+        face.partlyCut = wasPartlyCut || wanted > 0 || s.middleType == csgSegmentType::inFace;
         return Step::nextCutter;
+    }
     double covered = 0.0;
     for (std::size_t i = before; i < list.size(); ++i)
         covered += list[i]->area();
@@ -79,8 +85,10 @@ Step splitBy(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgFace&
         return Step::nextCutter;
     }
     origin.overlaid += overlaid ? 1 : 0;
-    for (std::size_t i = before; i < list.size(); ++i)
+    for (std::size_t i = before; i < list.size(); ++i) {
         origins[list[i]] = origin;
+        list[i]->partlyCut = wasPartlyCut || made < wanted;
+    }
     --*origin.left;
 
     std::unique_ptr<csgFace> removed = csgMesh::removeFaceAt(list, index);
@@ -92,6 +100,7 @@ Step splitBy(csgMesh& mesh, csgFaceList& list, std::size_t index, const csgFace&
         origins.erase(removed.get());
         return Step::nextCutter;
     }
+    removed->partlyCut = list.last()->partlyCut;
     list.insertAt(index, std::move(removed));
     origins.erase(list.last());
     csgMesh::removeFaceAt(list, list.size() - 1);
@@ -242,7 +251,7 @@ void plainClassify(csgMesh& mesh, const csgMesh& other) {
             face.status = own;
     });
     forEachFace(mesh, [&](csgFace& face) {
-        if (straddles(face, other.getParts()))
+        if (face.partlyCut && straddles(face, other.getParts()))
             face.status = csgStatus::straddling;
     });
 }
@@ -280,5 +289,8 @@ void plainCarve(csgMesh& land, csgMesh& tool) {
         vertex->adjacent.clear();
         vertex->status = csgStatus::unclassified;
     }
-    forEachFace(land, [](csgFace& face) { face.status = csgStatus::unclassified; });
+    forEachFace(land, [](csgFace& face) {
+        face.status = csgStatus::unclassified;
+        face.partlyCut = false;
+    });
 }

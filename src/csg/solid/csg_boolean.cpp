@@ -161,8 +161,10 @@ void csgMesh::adoptCarvedFaces(csgMesh& tool) {
 /// what they were in an earlier carve.
 void csgMesh::resetClassification(const std::vector<csgVertex*>& touched, std::size_t oldVertices) {
     const auto resetFaces = [](csgVertex& vertex) {
-        for (csgFace* face : vertex.faces)
+        for (csgFace* face : vertex.faces) {
             face->status = csgStatus::unclassified;
+            face->partlyCut = false;
+        }
         resetVertex(vertex);
     };
     for (csgVertex* vertex : touched)

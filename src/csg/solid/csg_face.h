@@ -26,6 +26,8 @@ public:
     csgVector normal; ///< unit, outwards
     csgBounds bounds;
     csgStatus status = csgStatus::unclassified;
+    /// While a carve runs: a cut of it was left undone, or lost a piece, so that it may lie on both sides.
+    bool partlyCut = false;
 
     csgFace(csgVertex& a, csgVertex& b, csgVertex& c);
     ~csgFace();

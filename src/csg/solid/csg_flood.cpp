@@ -101,7 +101,7 @@ void csgFlood::verify() {
 
 void csgFlood::markStraddlers() {
     for (csgFace* face : near) {
-        if (straddles(*face, other.parts))
+        if (face->partlyCut && straddles(*face, other.parts))
             face->status = csgStatus::straddling;
     }
 }

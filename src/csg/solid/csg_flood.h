@@ -5,7 +5,8 @@
 //
 // Only faces whose box meets the other mesh's box are looked at ("near"); all others lie outside, and so do their
 // corners, from which the outside spreads first. A cut with a gap lets a status leak through. Therefore every near face
-// that took its status from a corner sends its own ray; where that disagrees, two more rays decide.
+// that took its status from a corner sends its own ray; where that disagrees, two more rays decide. Faces that were cut
+// in part only are asked at several points whether they straddle the surface.
 
 #include "csg/solid/csg_status.h"
 

@@ -108,34 +108,44 @@ csgSplitter::Verdict csgSplitter::splitBy(csgFaceList& list, std::size_t& index,
     return overlaps(s, t) ? cut(list, index, cutter, s, t) : Verdict::goOn;
 }
 
+void csgSplitter::keepUncut(csgFace& face) {
+    face.partlyCut = true;
+    ++mesh.stats.keptUncut;
+}
+
 /// Cuts the face at `index` along the overlap, or not. Done when the face is gone or shall stay; `index` follows a face
 /// that was reproduced.
 csgSplitter::Verdict csgSplitter::cut(csgFaceList& list, std::size_t& index, const csgFace& cutter, const csgSegment& s,
                                       const csgSegment& t) {
-    const csgFace& face = *list[index];
+    csgFace& face = *list[index];
     const std::size_t lastCut = index < firstAppended ? none : lastCuts[index - firstAppended];
     if (hasCutEnough(lastCut, cutter)) {
-        ++mesh.stats.keptUncut;
+        keepUncut(face);
         return Verdict::goOn;
     }
     if (lastCut != none && families[cuts[lastCut].family].cuts >= families[cuts[lastCut].family].allowed) {
-        ++mesh.stats.keptUncut;
+        keepUncut(face);
         return Verdict::done;
     }
     const std::size_t sizeBefore = list.size();
     const csgBounds box = face.bounds;
     const double area = face.area();
     const csgMesh::Pieces pieces = mesh.appendPieces(list, face, s, t);
-    if (pieces.made == 0)
+    if (pieces.made == 0) {
+        // All too small, or no pattern fits; a cut along an edge of the face leaves nothing undone.
+        face.partlyCut = face.partlyCut || pieces.wanted > 0 || s.middleType == csgSegmentType::inFace;
         return Verdict::goOn;
+    }
     double covered = 0.0;
-    for (std::size_t i = sizeBefore; i < list.size(); ++i)
+    for (std::size_t i = sizeBefore; i < list.size(); ++i) {
         covered += list[i]->area();
+        list[i]->partlyCut = face.partlyCut || pieces.made < pieces.wanted;
+    }
     const bool overlaid = covered > area * csgOverlaid;
     if (overlaid && lastCut != none && cuts[lastCut].overlaid >= csgMostOverlaid) {
         while (list.size() > sizeBefore)
             list.removeAt(list.size() - 1);
-        ++mesh.stats.keptUncut;
+        keepUncut(face);
         return Verdict::goOn;
     }
     ++mesh.stats.cuts;
@@ -156,6 +166,7 @@ csgSplitter::Verdict csgSplitter::cut(csgFaceList& list, std::size_t& index, con
         ++index;
         return Verdict::goOn;
     }
+    list[index]->partlyCut = list.last()->partlyCut;
     list.removeAt(list.size() - 1);
     lastCuts.pop_back();
     return Verdict::goOn;

@@ -70,6 +70,7 @@ private:
     void gatherAround(const csgBounds& box);
     std::size_t countCutters(const csgBounds& box) const;
     Verdict cut(csgFaceList& list, std::size_t& index, const csgFace& cutter, const csgSegment& s, const csgSegment& t);
+    void keepUncut(csgFace& face);
     bool hasCutEnough(std::size_t lastCut, const csgFace& cutter) const;
 
     csgMesh& mesh;
