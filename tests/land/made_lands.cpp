@@ -170,7 +170,9 @@ const std::map<std::string, Maker> makers{
      }},
     {"far",
      [](std::uint32_t) {
-         return Lands{{movedBy(block(100, 60, 100), {3000, 40, -1500})}};
+         const csgMeshData box = block(100, 60, 100);
+         return Lands{
+             {movedBy(box, {3000, 40, -1500})}, {movedBy(box, {-70, 10000, 80})}, {movedBy(box, {30000, 50, 100000})}};
      }},
 };
 

@@ -20,7 +20,7 @@ constexpr double noMotion = 1e-200;
 class Ray {
 public:
     Ray(const csgVector& point, const csgVector& direction, const csgParts& parts)
-        : line(direction, point), solid(parts) {
+        : line(direction, point), touching(slackAt(point)), solid(parts) {
         prepareDirection();
     }
 
@@ -42,6 +42,7 @@ private:
     csgStatus result() const;
 
     csgLine line;
+    double touching;   ///< a hit this near starts on the face
     csgVector inverse; ///< of the direction; 0 where it does not move
     const csgParts& solid;
     const csgFace* closestFace = nullptr;
@@ -114,7 +115,7 @@ Ray::Outcome Ray::testFace(const csgFace& face) {
     if (hit == csgVector{})
         return Outcome::goOn;
     const double distance = line.signedDistance(hit);
-    if (std::fabs(distance) < csgGeometricTolerance) {
+    if (std::fabs(distance) < touching) {
         if (std::fabs(dot) < csgGeometricTolerance) {
             line.perturbDirection();
             prepareDirection();
@@ -124,8 +125,8 @@ Ray::Outcome Ray::testFace(const csgFace& face) {
             setClosest(&face, 0.0);
             return Outcome::leavePart;
         }
-    } else if (std::fabs(dot) > csgGeometricTolerance && distance > csgGeometricTolerance &&
-               distance < closestDistance && contains(face, hit)) {
+    } else if (std::fabs(dot) > csgGeometricTolerance && distance > touching && distance < closestDistance &&
+               contains(face, hit)) {
         setClosest(&face, distance);
     }
     return Outcome::goOn;
@@ -135,7 +136,7 @@ csgStatus Ray::result() const {
     if (closestFace == nullptr)
         return csgStatus::outside;
     const double dot = closestFace->normal.dot(line.direction);
-    const bool onFace = std::fabs(closestDistance) < csgGeometricTolerance;
+    const bool onFace = std::fabs(closestDistance) < touching;
     if (dot > csgGeometricTolerance)
         return onFace ? csgStatus::coplanarSame : csgStatus::inside;
     if (dot < -csgGeometricTolerance)

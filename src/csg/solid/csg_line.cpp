@@ -1,8 +1,10 @@
 #include "csg/solid/csg_line.h"
 
 #include "csg/solid/csg_face.h"
+#include "csg/solid/csg_predicates.h"
 #include "platform/crt_random.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -16,25 +18,36 @@ double solvePlanes(double n1, double d1, double n2, double d2, double det) {
     return (n1 * d2 - n2 * d1) / det;
 }
 
+/// The point of the line that has one coordinate 0.
+csgVector pointByCoordinate(const csgFace& f, const csgFace& g, const csgVector& direction) {
+    const csgVector& n1 = f.normal;
+    const csgVector& n2 = g.normal;
+    const double d1 = f.plane.d;
+    const double d2 = g.plane.d;
+    if (std::fabs(direction.x) > csgGeometricTolerance)
+        return {0.0, solvePlanes(n1.z, d1, n2.z, d2, direction.x), solvePlanes(n2.y, d2, n1.y, d1, direction.x)};
+    if (std::fabs(direction.y) > csgGeometricTolerance)
+        return {solvePlanes(n2.z, d2, n1.z, d1, direction.y), 0.0, solvePlanes(n1.x, d1, n2.x, d2, direction.y)};
+    return {solvePlanes(n1.y, d1, n2.y, d2, direction.z), solvePlanes(n2.x, d2, n1.x, d1, direction.z), 0.0};
+}
+
+/// The point of the line next to a place between the faces. The same for both orders of them, as all sums have two
+/// terms.
+csgVector pointBetween(const csgFace& f, const csgFace& g, const csgVector& direction) {
+    const csgVector from = (f.cornerPosition(0) + g.cornerPosition(0)) * 0.5;
+    const double d1 = f.normal.dot(f.cornerPosition(0) - from);
+    const double d2 = g.normal.dot(g.cornerPosition(0) - from);
+    const csgVector offset = g.normal.cross(direction) * d1 + direction.cross(f.normal) * d2;
+    return from + offset * (1.0 / direction.dot(direction));
+}
+
 } // namespace
 
 csgLine::csgLine(const csgFace& f, const csgFace& g) : direction(f.normal.cross(g.normal)) {
-    if (direction.length() >= csgGeometricTolerance) {
-        const csgVector& n1 = f.normal;
-        const csgVector& n2 = g.normal;
-        const double d1 = f.plane.d;
-        const double d2 = g.plane.d;
-        if (std::fabs(direction.x) > csgGeometricTolerance) {
-            point.y = solvePlanes(n1.z, d1, n2.z, d2, direction.x);
-            point.z = solvePlanes(n2.y, d2, n1.y, d1, direction.x);
-        } else if (std::fabs(direction.y) > csgGeometricTolerance) {
-            point.x = solvePlanes(n2.z, d2, n1.z, d1, direction.y);
-            point.z = solvePlanes(n1.x, d1, n2.x, d2, direction.y);
-        } else {
-            point.x = solvePlanes(n1.y, d1, n2.y, d2, direction.z);
-            point.y = solvePlanes(n2.x, d2, n1.x, d1, direction.z);
-        }
-    }
+    if (direction.length() >= csgGeometricTolerance)
+        point = isNearOrigin(f.cornerPosition(0)) && isNearOrigin(g.cornerPosition(0))
+                    ? pointByCoordinate(f, g, direction)
+                    : pointBetween(f, g, direction);
     direction.normalize();
 }
 

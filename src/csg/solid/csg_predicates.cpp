@@ -22,7 +22,23 @@ Projected project(const csgVector& p, csgCoordinatePlane plane) {
     }
 }
 
+double farthestCoordinate(const csgVector& p) {
+    return std::max({std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
+}
+
+constexpr double nearOrigin = 1024.0;
+/// What ten thousand roundings of a coordinate may sum up to: normals of small faces carry them far.
+constexpr double slackOfCoordinate = 4e-12;
+
 } // namespace
+
+bool isNearOrigin(const csgVector& p) {
+    return farthestCoordinate(p) <= nearOrigin;
+}
+
+double slackAt(const csgVector& p) {
+    return isNearOrigin(p) ? csgGeometricTolerance : slackOfCoordinate * farthestCoordinate(p);
+}
 
 int sign(const csgFace& face, const csgVector& point) {
     const double distance = face.signedDistance(point);

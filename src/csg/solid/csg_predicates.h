@@ -17,6 +17,12 @@ enum class csgEdgePass : std::int32_t {
 /// The coordinate plane in which a face is looked at, named after its sweep and height axes.
 enum class csgCoordinatePlane { yz, xz, xy };
 
+/// Whether the slack of what is calculated is more than the rounding of coordinates: up to 1024 world units from the
+/// origin. Farther out lines are anchored at the faces, and the slack grows.
+bool isNearOrigin(const csgVector& p);
+/// How far (world units) from where it should be a point near p is calculated.
+double slackAt(const csgVector& p);
+
 /// Side of the face's plane on which a point lies: +1 outside, -1 inside, 0 within the plane tolerance.
 int sign(const csgFace& face, const csgVector& point);
 
