@@ -10,6 +10,7 @@
 #include "csg/solid/csg_file.h"
 #include "csg/solid/csg_measure.h"
 #include "file_output.h"
+#include "sliver_joiner.h"
 #include "solid_bodies.h"
 #include "solid_input.h"
 #include "wavefront.h"
@@ -41,6 +42,12 @@ struct Arguments {
 void writeOutput(const std::string& fileName, const std::string& contents) {
     if (!writeWholeFile(fileName, contents))
         throw ToolError("cannot write '" + fileName + "'");
+}
+
+std::string textOf(const csgVector& place) {
+    std::array<char, 128> text{};
+    std::snprintf(text.data(), text.size(), "(%.6g, %.6g, %.6g)", place.x, place.y, place.z);
+    return text.data();
 }
 
 int showInfo(const Arguments& arguments) {
@@ -97,11 +104,9 @@ int checkSolid(const Arguments& arguments) {
     if (volumeOf(solid) <= 0.0)
         say("it is turned inside out: flip its faces");
     for (const BodyContact& contact : findBodies(solid).contacts) {
-        std::array<char, 128> where{};
-        std::snprintf(where.data(), where.size(), "(%.6g, %.6g, %.6g)", contact.where.x, contact.where.y,
-                      contact.where.z);
         say("bodies " + std::to_string(contact.first) + " and " + std::to_string(contact.second) +
-            " touch or overlap near " + where.data() + ": join them to one, or make them two files of a level");
+            " touch or overlap near " + textOf(contact.where) +
+            ": join them to one, or make them two files of a level");
     }
     return status;
 }
@@ -131,10 +136,10 @@ void showCut(std::size_t number, const csgMesh::CarveStats& stats, double millis
                 stats.isRepeat ? ", cut here before" : "");
 }
 
-void showResult(const csgMesh& land) {
+void showResult(const csgMesh& land, const JoinedSlivers& slivers) {
     const OpenEdges open = measureOpenEdges(land);
-    std::printf("left: faces %zu, volume %.12g, open edges %zu, widest gap %.1e\n", land.countFaces(), volumeOf(land),
-                open.count, open.widestGap);
+    std::printf("left: faces %zu, volume %.12g, open edges %zu, widest gap %.1e, slivers joined %zu\n",
+                land.countFaces(), volumeOf(land), open.count, open.widestGap, slivers.joined);
 }
 
 int subtractTools(const Arguments& arguments) {
@@ -154,8 +159,14 @@ int subtractTools(const Arguments& arguments) {
         if (arguments.stats)
             showCut(i + 1, land.getCarveStats(), elapsed.count());
     }
+    const bool wasClosed = openEdgesOf(land) == 0;
+    const JoinedSlivers slivers = joinSlivers(land);
+    if (wasClosed && slivers.left > 0)
+        throw ToolError(
+            "what is left of '" + arguments.land + "' would not be read back closed: " + std::to_string(slivers.left) +
+            " faces have no area to speak of, one near " + textOf(*slivers.firstLeft) + "; nothing is written");
     if (arguments.stats)
-        showResult(land);
+        showResult(land, slivers);
     writeOutput(arguments.output, writeCsgText(land, solid.textureNames));
     return 0;
 }
