@@ -244,11 +244,11 @@ bool judge(const Land& land) {
     std::sort(durations.begin(), durations.end());
     std::printf("%s: faces %zu -> %zu (removed %zu, mended %zu, kept uncut %zu), %zu of %zu cuts wrong (volume off by "
                 "%.0e of the tool), columns %zu wrong of %zu (%zu through craters, worst off by %.0e), deepest face "
-                "%.0e, open edges %zu, widest gap %.1e, %.1f ms a cut, at most %.1f\n",
+                "%.0e, open edges %zu, %zu of them unpaired, widest gap %.1e, %.1f ms a cut, at most %.1f\n",
                 land.name.c_str(), land.untouched->countFaces(), land.carved->countFaces(), land.removed, land.mended,
                 land.keptUncut, land.wrongCuts, durations.size(), land.worstVolume, columns.wrong, columns.tried,
-                columns.touched, columns.worst, deepest, open.count, open.widestGap, durations[durations.size() / 2],
-                durations.back());
+                columns.touched, columns.worst, deepest, open.count, open.unpaired, open.widestGap,
+                durations[durations.size() / 2], durations.back());
     bool good = true;
     const auto check = [&good](bool holds, const char* fault) {
         if (!holds)
@@ -260,7 +260,7 @@ bool judge(const Land& land) {
     check(columns.touched > 0, "the craters hit nothing");
     check(deepest <= deepestAllowed, "a face is left in a crater");
     check(open.widestGap <= widestAllowed, "a gap is open");
-    check(open.count <= openAllowed, "too many edges are open");
+    check(open.unpaired <= openAllowed, "too many edges are open");
     return good;
 }
 
@@ -315,7 +315,14 @@ int main(int argumentCount, char** values) {
     app.add_option("--craters", craters);
     app.add_option("--seed", seed, "another one places the craters elsewhere");
     app.add_flag("--each", showEach, "a line for every cut");
+    bool showNames = false;
+    app.add_flag("--names", showNames, "name the lands that no level has, and end");
     CLI11_PARSE(app, argumentCount, values);
+    if (showNames) {
+        for (const std::string& name : namesOfMadeLands())
+            std::puts(name.c_str());
+        return 0;
+    }
     try {
         const std::size_t faults = made.empty() ? tryLevel(level, craters, seed) : tryMade(made, craters, seed);
         std::printf("%s: faults in %zu solids\n", made.empty() ? level.c_str() : made.c_str(), faults);

@@ -107,6 +107,7 @@ OpenEdges measureOpenEdges(const csgMesh& mesh) {
     const std::vector<HalfEdge> unpaired = unpairedHalfEdges(edges);
     OpenEdges result;
     result.count = countOpen(edges);
+    result.unpaired = unpaired.size();
     for (const HalfEdge& edge : unpaired)
         result.widestGap = std::max(result.widestGap, gapOf(edge, unpaired));
     return result;

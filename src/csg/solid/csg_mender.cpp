@@ -241,10 +241,12 @@ std::vector<csgMender::Corners> csgMender::triangulate(const Rim& rim) {
 
 void csgMender::close(const Rim& rim) {
     std::vector<Corners> triangles = triangulate(rim);
-    std::erase_if(triangles, [this](const Corners& t) { return fill(t); });
-    // A flat triangle may have to wait for the one beside it. What is left in the end has nothing to split.
+    std::erase_if(triangles, [this](const Corners& t) { return fill(t, csgNarrowGap); });
+    // A flat triangle may have to wait for the one beside it.
     while (std::erase_if(triangles, [this](const Corners& t) { return flatten(t); }) > 0) {
     }
+    // What is left has nothing to split: a sliver whose normal is not good for much is better than a slit.
+    std::erase_if(triangles, [this](const Corners& t) { return fill(t, csgNarrowestSliver); });
 }
 
 /// Splits the face along the longest side of a flat triangle where its third corner stands.
@@ -275,10 +277,10 @@ bool csgMender::splitAlong(csgVertex& from, csgVertex& to, csgVertex& middle) {
     return true;
 }
 
-/// A face of whatever size, in the part and with the texture of a neighbour; false when it would be flat. A face that
+/// A face of whatever size, in the part and with the texture of a neighbour; false when it would be that low. A face that
 /// stands there already, facing the other way, goes instead.
-bool csgMender::fill(const Corners& t) {
-    if (isFlat(t))
+bool csgMender::fill(const Corners& t, double lowest) {
+    if (heightOf(t[0], t[1], t[2]) <= lowest)
         return false;
     csgVertex* const a = t[0];
     csgVertex* const b = t[1];

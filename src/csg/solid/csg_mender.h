@@ -7,8 +7,8 @@
 // round and filled with triangles between the vertices that are there, of whatever area: only here do faces of less
 // than 1e-5 come into a mesh, and nothing moves. Where the rim of a gap is one straight line, a vertex of one face
 // standing on an edge of another, the edge is split there instead. Two faces with the same corners are one too many, or
-// cancel each other. A rim too long to follow stays, and so does a gap beside which there is nothing to split: it is
-// narrower than csgNarrowGap.
+// cancel each other. Beside a straight gap there may be nothing to split, as the face along it is as flat: then it gets a
+// sliver after all. A rim too long to follow stays, and so does what is narrower than csgNarrowestSliver.
 //
 // A solid may come with sheets, vertices on edges and doubled faces of its own. What was so before the carve is none of
 // its gaps and is left as it is.
@@ -31,6 +31,8 @@ class csgVertex;
 /// A gap narrower than this (world units) is closed by splitting the edge along it. Larger: edges bend where a sliver
 /// would do; smaller: the normals of slivers are rounding errors.
 inline constexpr double csgNarrowGap = 3e-7;
+/// Where nothing can be split, a gap wider than this gets a sliver even so. Smaller: its normal is a rounding error.
+inline constexpr double csgNarrowestSliver = 1e-8;
 /// How far beyond the box of what was cut out (world units) faces are looked at, for gaps that lie across its sides.
 inline constexpr double csgMendReach = 2.0;
 
@@ -66,7 +68,7 @@ private:
     void close(const Rim& rim);
     [[nodiscard]] bool flatten(const Corners& t);
     [[nodiscard]] bool splitAlong(csgVertex& from, csgVertex& to, csgVertex& middle);
-    [[nodiscard]] bool fill(const Corners& t);
+    [[nodiscard]] bool fill(const Corners& t, double lowest);
 
     csgMesh& mesh;
     const csgBounds where; ///< what is looked at
