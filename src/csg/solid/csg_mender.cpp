@@ -277,8 +277,8 @@ bool csgMender::splitAlong(csgVertex& from, csgVertex& to, csgVertex& middle) {
     return true;
 }
 
-/// A face of whatever size, in the part and with the texture of a neighbour; false when it would be that low. A face that
-/// stands there already, facing the other way, goes instead.
+/// A face of whatever size, in the part and with the texture of a neighbour; false when it would be that low. A face
+/// that stands there already, facing the other way, goes instead.
 bool csgMender::fill(const Corners& t, double lowest) {
     if (heightOf(t[0], t[1], t[2]) <= lowest)
         return false;

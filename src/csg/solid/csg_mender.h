@@ -7,8 +7,8 @@
 // round and filled with triangles between the vertices that are there, of whatever area: only here do faces of less
 // than 1e-5 come into a mesh, and nothing moves. Where the rim of a gap is one straight line, a vertex of one face
 // standing on an edge of another, the edge is split there instead. Two faces with the same corners are one too many, or
-// cancel each other. Beside a straight gap there may be nothing to split, as the face along it is as flat: then it gets a
-// sliver after all. A rim too long to follow stays, and so does what is narrower than csgNarrowestSliver.
+// cancel each other. Beside a straight gap there may be nothing to split, as the face along it is as flat: then it gets
+// a sliver after all. A rim too long to follow stays, and so does what is narrower than csgNarrowestSliver.
 //
 // A solid may come with sheets, vertices on edges and doubled faces of its own. What was so before the carve is none of
 // its gaps and is left as it is.
