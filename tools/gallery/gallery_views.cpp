@@ -42,6 +42,7 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previousInstance*/, LPSTR
         shootModel(stage, name);
     for (const std::string& name : namesIn("csg", ".csg"))
         shootSolid(stage, name);
+    shootCuts(stage);
     std::vector<std::string> levels;
     readLevelList(levels);
     for (const std::string& name : levels)

@@ -21,6 +21,7 @@ public:
     Stage& operator=(const Stage&) = delete;
 
     bool isOpen() const { return open; }
+    const std::string& getDirectory() const { return directory; }
     /// Lets the scene advance by frames of the clock.
     void advance(int frames);
     /// Draws a node from an eye that looks at a target and saves the picture as `name`.
