@@ -39,6 +39,7 @@ struct Backend {
     VirtualCursor cursor;
     HeldKeys keys;
     bool leftButton = false;
+    bool invertedMouse = false;
     bool focused = false;
 };
 Backend& backend();
@@ -60,3 +61,5 @@ void resumeClock();
 void waitForTick();
 
 bool environmentIs(const char* name, const char* value);
+/// The percentage in a variable of the environment; 100 when there is none.
+int environmentPercent(const char* name);

@@ -39,7 +39,7 @@ void translateMotion(const SDL_MouseMotionEvent& event) {
     // A pointer that is not captured belongs to the desktop, not to the game.
     if (SDL_GetRelativeMouseMode() != SDL_TRUE || event.which == SDL_TOUCH_MOUSEID)
         return;
-    state.cursor.move(event.xrel, event.yrel);
+    state.cursor.move(event.xrel, state.invertedMouse ? -event.yrel : event.yrel);
     const POINT at = state.cursor.position();
     postMessage(WM_MOUSEMOVE, state.leftButton ? 1 : 0, packed(at.x, at.y));
 }

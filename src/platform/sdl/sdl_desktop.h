@@ -23,6 +23,9 @@
 // Environment:
 //   SDL_VIDEODRIVER=name        a driver without a display, such as "offscreen", is used only when it is named here
 //   BRACKENMOOR_WINDOWED=1      full screen is given as an ordinary window
+//   BRACKENMOOR_MUSIC=N         how loud channel 0 is, where the music plays, in per cent
+//   BRACKENMOOR_EFFECTS=N       how loud all other channels are
+//   BRACKENMOOR_INVERT_MOUSE=1  the mouse pushed away and pulled near change places
 //   BRACKENMOOR_BOXES=yes|no    message boxes are not shown but answered at once: OK, and Yes or No
 //   BRACKENMOOR_TICK=N          the tick stands at N ms until the first frame has been shown and runs on from there:
 //                               what is drawn at random while a level loads becomes repeatable

@@ -4,6 +4,8 @@
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sdl_desktop.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -57,8 +59,6 @@ bool isSet(const char* name) {
 }
 
 bool startVideo() {
-    if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"))
-        return SDL_Init(SDL_INIT_VIDEO) == 0;
     const QuietStderr quiet;
     return SDL_Init(SDL_INIT_VIDEO) == 0;
 }
@@ -79,8 +79,17 @@ bool environmentIs(const char* name, const char* value) {
     return found != nullptr && std::strcmp(found, value) == 0;
 }
 
+int environmentPercent(const char* name) {
+    const char* const text = std::getenv(name);
+    int percent = 100;
+    if (text == nullptr || std::from_chars(text, text + std::strlen(text), percent).ec != std::errc())
+        return 100;
+    return std::clamp(percent, 0, 100);
+}
+
 bool startDesktop() {
     startClock();
+    backend().invertedMouse = environmentIs("BRACKENMOOR_INVERT_MOUSE", "1");
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_APP_NAME, "Brackenmoor");
     const char* wanted = std::getenv("SDL_VIDEODRIVER");
