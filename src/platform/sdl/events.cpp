@@ -1,6 +1,7 @@
 // SDL's events as window messages, and the queue that hands them out.
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/frame.h"
 #include "platform/sdl/key_map.h"
 #include "platform/sdl/sound_device.h"
 
@@ -27,6 +28,8 @@ void postButton(bool down) {
 }
 
 void translateKey(const SDL_KeyboardEvent& event) {
+    if (event.state == SDL_PRESSED && takeDesktopKey(event))
+        return;
     const int key = virtualKeyOf(event.keysym.scancode);
     if (key == 0)
         return;
@@ -44,23 +47,25 @@ void translateMotion(const SDL_MouseMotionEvent& event) {
     postMessage(WM_MOUSEMOVE, state.leftButton ? 1 : 0, packed(at.x, at.y));
 }
 
-/// Nothing may stay pressed that the window will not see released. It hears of its loss first, so that it can tell what
-/// is taken away from what is let go.
+/// Nothing may stay pressed that the window will not see released.
 void loseFocus() {
     Backend& state = backend();
     state.focused = false;
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
-    for (const HeldKeys::Message& key : state.keys.releaseAll())
-        postKey(key);
-    if (state.leftButton)
-        postButton(false);
+    letEverythingGo();
+    if (state.pause == Pause::no && !environmentIs("BRACKENMOOR_FOCUS_PAUSE", "no"))
+        state.pause = Pause::unlessFocused;
     updateCapture();
 }
 
 void gainFocus() {
-    backend().focused = true;
+    Backend& state = backend();
+    state.focused = true;
+    // A change of the window's kind takes the keyboard away for a moment, and so does a box.
+    if (state.pause == Pause::unlessFocused)
+        state.pause = Pause::no;
     updateCapture();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_ACTIVE, backend().window.minimised ? 1 : 0), 0);
+    if (state.pause == Pause::no)
+        tellActive(true);
 }
 
 void setMinimised(bool minimised) {
@@ -68,16 +73,17 @@ void setMinimised(bool minimised) {
     if (state.window.minimised == minimised)
         return;
     state.window.minimised = minimised;
-    if (minimised)
-        stopClock();
-    else
-        resumeClock();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(state.focused ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
+    if (state.pause == Pause::unlessFocused)
+        state.pause = Pause::due;
+    updateClock();
+    postMessage(WM_ACTIVATE, MAKEWPARAM(state.toldActive ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
 }
 
 void resized(int width, int height) {
     HWND__& window = backend().window;
     // A full-screen picture keeps the size the game asked for, whatever the screen has.
+    if (window.fullscreen)
+        fitFrame();
     if (window.fullscreen || (width == window.width && height == window.height))
         return;
     window.width = width;
@@ -130,6 +136,38 @@ void pump() {
 }
 
 } // namespace
+
+void tellActive(bool active) {
+    Backend& state = backend();
+    if (state.toldActive == active)
+        return;
+    state.toldActive = active;
+    postMessage(WM_ACTIVATE, MAKEWPARAM(active ? WA_ACTIVE : WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
+}
+
+void letEverythingGo() {
+    Backend& state = backend();
+    tellActive(false);
+    for (const HeldKeys::Message& key : state.keys.releaseAll())
+        postKey(key);
+    if (state.leftButton)
+        postButton(false);
+}
+
+bool takeDesktopKey(const SDL_KeyboardEvent& event) {
+    const SDL_Scancode key = event.keysym.scancode;
+    const bool enter = key == SDL_SCANCODE_RETURN || key == SDL_SCANCODE_KP_ENTER;
+    const bool switches = key == SDL_SCANCODE_F11 || (enter && (event.keysym.mod & KMOD_ALT) != 0);
+    const bool pauses = backend().pause != Pause::on && (key == SDL_SCANCODE_PAUSE || key == SDL_SCANCODE_P);
+    // A key repeats for the game only if the game has heard of it: not the one that ended the pause.
+    if (event.repeat != 0)
+        return switches || pauses || !backend().keys.isDown(virtualKeyOf(key));
+    if (switches)
+        switchFullscreen();
+    if (pauses)
+        askForPause();
+    return switches || pauses;
+}
 
 void translateEvent(const SDL_Event& event) {
     switch (event.type) {

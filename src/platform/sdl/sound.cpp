@@ -156,6 +156,16 @@ void loseSoundDevice() {
     nextTry = Clock::now();
 }
 
+void pauseSound() {
+    if (mixerOpen)
+        Mix_Pause(-1);
+}
+
+void resumeSound() {
+    if (mixerOpen)
+        Mix_Resume(-1);
+}
+
 void regainSoundDevice() {
     if (!deviceLost || Clock::now() < nextTry)
         return;
