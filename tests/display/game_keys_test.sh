@@ -62,7 +62,7 @@ done
 picture "$scratch/twice.ppm"
 resembles plain twice 20
 # What the game has no use for does it no harm.
-for key in F1 F10 F12 Tab Shift_L Control_L Page_Up KP_5; do
+for key in F1 F10 F12 Tab Shift_L Control_L Page_Up KP_7 m minus; do
   press $key
 done
 quit_by_escape

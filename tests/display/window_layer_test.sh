@@ -38,6 +38,12 @@ tap_key F10
 expect "sysdown 121 0"
 xdotool keydown alt keydown a keyup alt keyup a
 expect "sysdown 65 0"
+# An arrow key and the letter that means the same are one key to the program.
+xdotool keydown Up keydown w keyup Up
+tap_key KP_2
+expect "up 50 0"
+[ "$(grep -cx 'up 87 0' "$scratch/out")" = 1 ] || fail "a key goes up while its twin is held"
+xdotool keyup w
 if said "down 65 0" || said "down 121 0"; then fail "system keys reach the game as plain keys"; fi
 
 move_mouse 40 0
@@ -63,7 +69,7 @@ ticks_of_work() {
 tick_when() {
   awk -v active="$1" '$1 == "tick" && $2 == active { tick = $3 } END { print tick }' "$scratch/out"
 }
-for key in Pause p; do
+for key in Pause p F1; do
   xdotool keydown s
   tap_key $key
   wait_until 5 eval "grep '^activate' '$scratch/out' | tail -n 1 | grep -q ' 0 0'" || fail "$key does not pause"
@@ -72,17 +78,17 @@ for key in Pause p; do
   said_before=$(wc -l <"$scratch/out")
   move_mouse 50 50
   xdotool keyup s mouseup 1
-  sleep 4.7
+  sleep 3
   picture "$scratch/paused.ppm"
-  [ "$(($(ticks_of_work) - work))" -le 15 ] || fail "the pause takes more than 3 % of a processor"
+  [ "$(($(ticks_of_work) - work))" -le 9 ] || fail "the pause takes more than 3 % of a processor"
   [ "$(wc -l <"$scratch/out")" = "$said_before" ] || fail "the paused program hears of $(tail -n 1 "$scratch/out")"
-  [ "$(colour_at "$scratch/paused.ppm" 2 2)" = "89 0 0" ] || fail "the paused picture is not dimmed"
-  [ "$(share "$scratch/paused.ppm" 'r>0.9 g>0.9 b>0.9')" -ge 3 ] || fail "there is no text over the paused picture"
+  [ "$(colour_at "$scratch/paused.ppm" 2 2 | cut -d" " -f1)" -lt 100 ] || fail "the paused picture is not dimmed"
+  [ "$(share "$scratch/paused.ppm" 'r>0.5 g>0.5 b>0.5')" -ge 3 ] || fail "there is no text over the paused picture"
   hold_key Escape 0.6
   wait_until 5 eval "grep '^activate' '$scratch/out' | tail -n 1 | grep -q ' 1 0'" || fail "a key does not end the pause"
   [ $(($(tick_when 1) - $(tick_when 0))) -le 64 ] || fail "the tick goes on in the pause: $(grep -A1 activate "$scratch/out" | tr "\n" ";")"
 done
-said "down 80 0" && fail "the key of the pause reaches the program"
+if said "down 80 0" || said "down 112 0"; then fail "the key of the pause reaches the program"; fi
 said "down 27 0" && fail "the key that ends the pause reaches the program"
 
 # A second window takes the keyboard while a key and the button are down.

@@ -46,6 +46,8 @@ struct Backend {
     bool focused = false;
     bool toldActive = false; ///< what the game has heard of that
     Pause pause = Pause::no;
+    void (*log)(const char* line) = nullptr;
+    bool listsKeys = false; ///< while paused
 };
 Backend& backend();
 
@@ -59,8 +61,6 @@ void tellActive(bool active);
 /// Tells the game that its window is not active, and lets go of all that is held: it hears of its loss first, so that
 /// it can tell what is taken away from what is let go.
 void letEverythingGo();
-/// Whether a key that goes down is the desktop's, and no business of the game's; then it has done what it does.
-bool takeDesktopKey(const SDL_KeyboardEvent& event);
 /// Changes between full screen and a window; the context stays.
 void switchFullscreen();
 /// Shows a window that waits for it.

@@ -1,6 +1,7 @@
 // SDL's events as window messages, and the queue that hands them out.
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/desktop_keys.h"
 #include "platform/sdl/frame.h"
 #include "platform/sdl/key_map.h"
 #include "platform/sdl/sound_device.h"
@@ -27,11 +28,21 @@ void postButton(bool down) {
     postMessage(down ? WM_LBUTTONDOWN : WM_LBUTTONUP, down ? 1 : 0, packed(at.x, at.y));
 }
 
+/// Whether another key that means the same to the game is still down.
+bool otherKeyHolds(SDL_Scancode released) {
+    int count = 0;
+    const Uint8* const down = SDL_GetKeyboardState(&count);
+    for (int key = 0; key < count; ++key)
+        if (key != released && down[key] != 0 && gameKeyOf(key) == gameKeyOf(released))
+            return true;
+    return false;
+}
+
 void translateKey(const SDL_KeyboardEvent& event) {
     if (event.state == SDL_PRESSED && takeDesktopKey(event))
         return;
-    const int key = virtualKeyOf(event.keysym.scancode);
-    if (key == 0)
+    const int key = gameKeyOf(event.keysym.scancode);
+    if (key == 0 || (event.state == SDL_RELEASED && otherKeyHolds(event.keysym.scancode)))
         return;
     const bool alt = (event.keysym.mod & KMOD_ALT) != 0;
     postKey(event.state == SDL_PRESSED ? backend().keys.press(key, alt) : backend().keys.release(key, alt));
@@ -152,21 +163,6 @@ void letEverythingGo() {
         postKey(key);
     if (state.leftButton)
         postButton(false);
-}
-
-bool takeDesktopKey(const SDL_KeyboardEvent& event) {
-    const SDL_Scancode key = event.keysym.scancode;
-    const bool enter = key == SDL_SCANCODE_RETURN || key == SDL_SCANCODE_KP_ENTER;
-    const bool switches = key == SDL_SCANCODE_F11 || (enter && (event.keysym.mod & KMOD_ALT) != 0);
-    const bool pauses = backend().pause != Pause::on && (key == SDL_SCANCODE_PAUSE || key == SDL_SCANCODE_P);
-    // A key repeats for the game only if the game has heard of it: not the one that ended the pause.
-    if (event.repeat != 0)
-        return switches || pauses || !backend().keys.isDown(virtualKeyOf(key));
-    if (switches)
-        switchFullscreen();
-    if (pauses)
-        askForPause();
-    return switches || pauses;
 }
 
 void translateEvent(const SDL_Event& event) {

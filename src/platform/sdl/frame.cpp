@@ -1,13 +1,19 @@
 #include "platform/sdl/frame.h"
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/desktop_keys.h"
 #include "platform/sdl/overlay.h"
 #include "platform/sdl/pause.h"
 #include "platform/sdl/picture_buffer.h"
+#include "platform/sdl/volume.h"
+
+#include <optional>
+#include <string>
 
 namespace {
 
 PictureBuffer picture;
+OverlayText letters;
 
 struct Size {
     int width = 0;
@@ -26,25 +32,47 @@ Size frameSize() {
     return picture.exists() ? Size{window.width, window.height} : screenSize();
 }
 
-void drawPaused(const KeptFrame& frame, const OverlayText& text) {
-    constexpr float dimmed = 0.35F;
+void writePause() {
+    if (backend().listsKeys) {
+        listKeys(letters);
+    } else {
+        letters.drawCentred(300, 4, "Paused");
+        letters.drawCentred(400, 1, SDL_GetKeyName(SDL_GetKeyFromScancode(SDL_SCANCODE_F1)) + std::string(": keys"));
+    }
+    letters.drawCentred(700, 1, "any key goes on");
+}
+
+void drawPaused(const KeptFrame& frame) {
+    // So that a page of small letters can be read.
+    const float dimmed = backend().listsKeys ? 0.15F : 0.35F;
     picture.leave();
     const Size screen = screenSize();
     {
         const OverlayState state(screen.width, screen.height);
         frame.draw(screen.width, screen.height, dimmed);
-        text.drawCentred(300, 4, "Paused");
-        text.drawCentred(420, 1, "any key goes on");
+        writePause();
     }
     SDL_GL_SwapWindow(backend().window.window);
     picture.bind();
 }
 
+/// A bar of a hundred for a change of the volume.
+void drawNotice(const Size& screen, const VolumeNotice& notice) {
+    constexpr int left = 412;
+    letters.prepare();
+    const OverlayState state(screen.width, screen.height);
+    drawBar(left - 12, 90, 224, 64, 0, 0, 0, 0.6F);
+    letters.drawCentred(96, 1, notice.text);
+    drawBar(left, 128, 200, 14, 1, 1, 1, 0.25F);
+    drawBar(left, 128, 2 * notice.percent, 14, 1, 0.85F, 0.3F, 1);
+}
+
 void showPicture() {
-    if (picture.exists()) {
-        const Size screen = screenSize();
+    const Size screen = screenSize();
+    if (picture.exists())
         picture.present(screen.width, screen.height);
-    }
+    if (const std::optional<VolumeNotice> notice = volumeNotice())
+        drawNotice(screen, *notice);
     SDL_GL_SwapWindow(backend().window.window);
     picture.bind();
 }
@@ -63,6 +91,7 @@ void fitFrame() {
 
 void forgetFrame() {
     picture.release();
+    letters.release();
 }
 
 void showFrame() {
@@ -74,7 +103,7 @@ void showFrame() {
     stopClock();
     const Size size = frameSize();
     const KeptFrame frame(size.width, size.height);
-    const OverlayText text;
+    letters.prepare();
     showPicture();
-    pauseGame([&] { drawPaused(frame, text); });
+    pauseGame([&] { drawPaused(frame); });
 }

@@ -178,7 +178,9 @@ void KeptFrame::draw(int screenWidth, int screenHeight, float brightness) const 
     useCoordinates(letterbox(pictureWidth, pictureHeight, screenWidth, screenHeight), pictureWidth, pictureHeight);
 }
 
-OverlayText::OverlayText() {
+void OverlayText::prepare() {
+    if (texture_ != 0)
+        return;
     glPushAttrib(GL_TEXTURE_BIT);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
@@ -186,10 +188,6 @@ OverlayText::OverlayText() {
     glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA, sheetSide, sheetSide, 0, GL_ALPHA, GL_UNSIGNED_BYTE, sheetPixels().data());
     glPopClientAttrib();
     glPopAttrib();
-}
-
-OverlayText::~OverlayText() {
-    glDeleteTextures(1, &texture_);
 }
 
 void OverlayText::draw(int x, int y, int size, std::string_view text) const {

@@ -36,13 +36,13 @@ private:
     float top_ = 1;
 };
 
-/// The letters, in textures of their own.
+/// The letters, in a texture of the context that is current.
 class OverlayText {
 public:
-    OverlayText();
-    ~OverlayText();
-    OverlayText(const OverlayText&) = delete;
-    OverlayText& operator=(const OverlayText&) = delete;
+    /// Makes the letters, unless they are there already.
+    void prepare();
+    /// Forgets them: their context goes.
+    void release() { texture_ = 0; }
     /// Draws a line of UTF-8 in white; `size` times 12 x 24 pixels a letter. Unknown ones leave a gap.
     void draw(int x, int y, int size, std::string_view text) const;
     /// The same, around the middle of the picture.

@@ -1,6 +1,7 @@
 #include "platform/sdl/pause.h"
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/desktop_keys.h"
 #include "platform/sdl/key_map.h"
 #include "platform/sdl/sound_device.h"
 
@@ -45,8 +46,9 @@ bool takeEvent(const SDL_Event& event, const std::function<void()>& draw) {
 
 } // namespace
 
-void askForPause() {
+void askForPause(bool withKeys) {
     letEverythingGo();
+    backend().listsKeys = withKeys;
     backend().pause = Pause::due;
 }
 
@@ -66,6 +68,7 @@ void pauseGame(const std::function<void()>& draw) {
     while (!over)
         over = SDL_WaitEventTimeout(&event, longestWait) != 0 && takeEvent(event, draw);
     state.pause = Pause::no;
+    state.listsKeys = false;
     resumeSound();
     updateCapture();
     updateClock();

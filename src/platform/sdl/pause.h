@@ -14,8 +14,9 @@ enum class Pause {
     on,
 };
 
-/// The player wants one: what is held goes up, after the game was told that the window is no longer active.
-void askForPause();
+/// The player wants one, perhaps to see the list of keys: what is held goes up, after the game was told that the window
+/// is no longer active.
+void askForPause(bool withKeys);
 /// Whether the frame that has been drawn is the last before one.
 bool pauseIsDue();
 /// Stays until it is over. `draw` shows the picture, as often as the window needs it.

@@ -21,7 +21,12 @@
 // Input. Keys go by their place on the keyboard; nothing is typed, so input methods are kept out. A touch screen is no
 // mouse. When another window gets the keyboard, WM_ACTIVATE says so before whatever is held goes up.
 //
+// Keys of the desktop's own (desktop_keys.h) besides: F1 lists all keys over a pause, M mutes, + and - change how loud
+// effects are and, with Ctrl, the music. Arrow keys and the keypad's 1 to 5 are W, A, S, D and 1 to 5 to the game.
+//
 // Sound. A device that goes away is replaced (sound_device.h).
+//
+// Message boxes. A signal to end the program ends it also while it waits for an answer.
 //
 // A window appears with the first look at the message queue or the first frame, not before: one that is replaced at
 // once, as the game's first is, never flashes up. A minimised window makes PeekMessageA nap, or the waiting loop would
@@ -43,6 +48,9 @@
 
 /// Starts SDL's video. False, with one sentence on stderr, when there is no display to show anything on.
 [[nodiscard]] bool startDesktop();
+
+/// Where lines about the desktop go, such as what the GL is; each is one without its end. Nowhere until it is set.
+void setDesktopLog(void (*log)(const char* line));
 
 /// Gives everything back to the system.
 void stopDesktop();

@@ -2,9 +2,9 @@
 
 #include "platform/fsound.h"
 
-#include "platform/sdl/backend.h"
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sound_device.h"
+#include "platform/sdl/volume.h"
 #include "platform/sdl/wave_sound.h"
 
 #include <SDL.h>
@@ -35,8 +35,6 @@ namespace {
 
 /// Samples per block handed to the device: 23 ms at 44100 Hz, short enough to seem immediate.
 constexpr int blockSize = 1024;
-/// What plays here is music, everything else an effect.
-constexpr int musicChannel = 0;
 /// Bytes; ten minutes of 16 bits at 48000 Hz fit.
 constexpr std::uintmax_t largestSoundFile = std::uintmax_t{128} << 20;
 
@@ -68,16 +66,6 @@ void halt(FSOUND_STREAM* stream) {
     channelOwner.erase(stream->channel);
 }
 
-/// The mixer's measure of a volume in per cent.
-int mixerVolume(int percent) {
-    return percent * MIX_MAX_VOLUME / 100;
-}
-
-void setVolumes() {
-    Mix_Volume(-1, mixerVolume(environmentPercent("BRACKENMOOR_EFFECTS")));
-    Mix_Volume(musicChannel, mixerVolume(environmentPercent("BRACKENMOOR_MUSIC")));
-}
-
 /// In this very format on every device: the sounds are decoded for it, and stay when the device changes.
 bool openMixer() {
     const QuietStderr quiet;
@@ -89,7 +77,7 @@ bool openMixer() {
     }
     mixerOpen = true;
     Mix_AllocateChannels(openChannels);
-    setVolumes();
+    applyVolumes();
     return true;
 }
 
