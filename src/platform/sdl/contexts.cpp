@@ -5,7 +5,9 @@
 #include "platform/sdl/frame.h"
 
 #include <array>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -39,6 +41,15 @@ const char* extensionOf(std::string_view name) {
             return "GL_ARB_vertex_buffer_object";
     const bool multitexture = name == "glActiveTextureARB" || name == "glMultiTexCoord2fARB";
     return multitexture ? "GL_ARB_multitexture" : nullptr;
+}
+
+void logDriver() {
+    if (backend().log == nullptr)
+        return;
+    for (const auto& [what, name] :
+         {std::pair{"vendor", GL_VENDOR}, {"renderer", GL_RENDERER}, {"version", GL_VERSION}})
+        if (const auto* const text = reinterpret_cast<const char*>(glGetString(static_cast<GLenum>(name))))
+            backend().log((std::string("GL ") + what + ": " + text).c_str());
 }
 
 } // namespace
@@ -85,6 +96,7 @@ BOOL wglMakeCurrent(HDC deviceContext, HGLRC renderingContext) {
         return FALSE;
     // Frames are paced by the tick; waiting for the screen as well would only make them late.
     SDL_GL_SetSwapInterval(0);
+    logDriver();
     fitFrame();
     return TRUE;
 }

@@ -150,6 +150,10 @@ bool startDesktop() {
     return false;
 }
 
+void setDesktopLog(void (*log)(const char* line)) {
+    backend().log = log;
+}
+
 void stopDesktop() {
     SDL_Quit();
 }
