@@ -2,6 +2,7 @@
 
 #include "platform/sdl/backend.h"
 #include "platform/sdl/frame.h"
+#include "platform/sdl/icon.h"
 #include "platform/sdl/letterbox.h"
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sdl_desktop.h"
@@ -89,6 +90,8 @@ SDL_Window* openWindow(const char* title, int width, int height, bool fullscreen
     }
     if (window == nullptr)
         std::cerr << "brackenmoor: the window cannot be opened: " << SDL_GetError() << '\n';
+    else
+        setIcon(window);
     return window;
 }
 
