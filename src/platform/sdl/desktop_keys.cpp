@@ -45,6 +45,18 @@ Action actionOf(const SDL_Keysym& key) {
     }
 }
 
+/// Every other key only ends the pause.
+bool worksInPause(Action action) {
+    return action == Action::fullscreen || (action == Action::help && !backend().listsKeys);
+}
+
+void showHelp() {
+    if (backend().pause == Pause::on)
+        backend().listsKeys = true;
+    else
+        askForPause(true);
+}
+
 void perform(Action action, bool control) {
     switch (action) {
     case Action::fullscreen:
@@ -52,7 +64,7 @@ void perform(Action action, bool control) {
     case Action::pause:
         return askForPause(false);
     case Action::help:
-        return askForPause(true);
+        return showHelp();
     case Action::mute:
         return toggleMute();
     case Action::louder:
@@ -106,8 +118,7 @@ std::string namesOf(const Row& row) {
 
 bool takeDesktopKey(const SDL_KeyboardEvent& event) {
     const Action action = actionOf(event.keysym);
-    // In the pause every key but one only ends it.
-    const bool taken = action != Action::none && (backend().pause != Pause::on || action == Action::fullscreen);
+    const bool taken = action != Action::none && (backend().pause != Pause::on || worksInPause(action));
     const bool repeats = action == Action::louder || action == Action::quieter;
     if (taken && (event.repeat == 0 || repeats))
         perform(action, (event.keysym.mod & KMOD_CTRL) != 0);

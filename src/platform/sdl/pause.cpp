@@ -26,7 +26,10 @@ bool showsAnew(const SDL_WindowEvent& event) {
 bool takeEvent(const SDL_Event& event, const std::function<void()>& draw) {
     switch (event.type) {
     case SDL_KEYDOWN:
-        return !takeDesktopKey(event.key) && endsPause(event.key);
+        if (!takeDesktopKey(event.key))
+            return endsPause(event.key);
+        draw();
+        return false;
     case SDL_MOUSEBUTTONDOWN:
         return event.button.which != SDL_TOUCH_MOUSEID;
     case SDL_KEYUP:
