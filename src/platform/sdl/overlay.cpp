@@ -24,6 +24,11 @@ constexpr int pitchDown = cellHeight + 2;
 constexpr int cellsAcross = sheetSide / pitchAcross;
 static_assert(std::size(fontCodes) <= std::size_t{cellsAcross} * (sheetSide / pitchDown));
 
+constexpr std::array<GLenum, 3> matrixModes = {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW};
+constexpr std::array<GLenum, 11> switchedOff = {GL_DEPTH_TEST,    GL_LIGHTING,       GL_FOG,          GL_CULL_FACE,
+                                                GL_ALPHA_TEST,    GL_SCISSOR_TEST,   GL_STENCIL_TEST, GL_TEXTURE_GEN_S,
+                                                GL_TEXTURE_GEN_T, GL_COLOR_LOGIC_OP, GL_TEXTURE_2D};
+
 /// Textures of other sides than powers of two are younger than the GL asked for.
 int powerOfTwo(int least) {
     int side = 1;
@@ -122,13 +127,12 @@ OverlayState::OverlayState(int screenWidth, int screenHeight) {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     useFirstUnit();
-    for (const GLenum mode : {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW}) {
+    for (const GLenum mode : matrixModes) {
         glMatrixMode(mode);
         glPushMatrix();
         glLoadIdentity();
     }
-    for (const GLenum off : {GL_DEPTH_TEST, GL_LIGHTING, GL_FOG, GL_CULL_FACE, GL_ALPHA_TEST, GL_SCISSOR_TEST,
-                             GL_STENCIL_TEST, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_COLOR_LOGIC_OP, GL_TEXTURE_2D})
+    for (const GLenum off : switchedOff)
         glDisable(off);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
@@ -140,7 +144,7 @@ OverlayState::OverlayState(int screenWidth, int screenHeight) {
 }
 
 OverlayState::~OverlayState() {
-    for (const GLenum mode : {GL_MODELVIEW, GL_PROJECTION, GL_TEXTURE}) {
+    for (const GLenum mode : matrixModes) {
         glMatrixMode(mode);
         glPopMatrix();
     }
