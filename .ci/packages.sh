@@ -6,14 +6,14 @@
 
 # What building the game and its data needs. libsdl2-mixer-dev brings SDL2, libglu1-mesa-dev OpenGL and its drivers.
 build_packages=(
-  g++ cmake ninja-build pkg-config
+  g++ cmake ninja-build pkg-config libcli11-dev
   libsdl2-mixer-dev libglu1-mesa-dev
   libfreetype-dev fonts-dejavu-core
 )
 # What showing and testing it without a display needs.
 virtual_display_packages=(xvfb xdotool imagemagick)
 # What the tools, tests and benchmarks are built with.
-test_packages=(libcli11-dev libgtest-dev libbenchmark-dev assimp-utils imagemagick sox)
+test_packages=(libgtest-dev libbenchmark-dev assimp-utils imagemagick sox)
 
 # end SENTENCE...: to stderr, one a line; then the script is over.
 end() {

@@ -49,6 +49,11 @@ resembles plain arrays 15
 tap F6 buffers
 resembles plain buffers 15
 press F6
+# Textures, lists and buffers live on in another kind of window.
+tap F11 windowed
+resembles plain windowed 20
+tap F11 covering
+resembles plain covering 20
 # The water turns texturing on again in every frame, so T shows in one frame at most.
 for key in F2 F4 F5 F7 F8 F9 t; do
   press $key
@@ -57,7 +62,7 @@ done
 picture "$scratch/twice.ppm"
 resembles plain twice 20
 # What the game has no use for does it no harm.
-for key in F1 F10 F11 F12 Tab Shift_L Control_L Page_Up KP_5; do
+for key in F1 F10 F12 Tab Shift_L Control_L Page_Up KP_7 m minus; do
   press $key
 done
 quit_by_escape

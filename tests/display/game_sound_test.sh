@@ -15,6 +15,9 @@ start_game "$1" "$2" SDL_AUDIODRIVER=disk SDL_DISKAUDIOFILE="$recording"
 sleep 3
 # Everything so far is music.
 "$3" "$recording" >"$scratch/music"
+tap_key p
+sleep 2
+tap_key F12
 take_bazooka
 move_mouse 0 -60
 fire 0.5
@@ -32,6 +35,8 @@ fi
 # The music begins once the level is loaded; from then on no second of it is silent.
 silent=$(tail -n +2 "$scratch/music" | awk '$1 > 0 { on = 1 } on && $1 < 2 { run++ } on && $1 >= 2 { run = 0 } run > most { most = run } END { print on ? most + 0 : 999 }')
 [ "$silent" -lt 10 ] || fail "the music is silent for $silent tenths of a second"
+silent=$(tail -n +2 "$scratch/all" | awk '$1 < 2 { run++ } $1 >= 2 { if (on && run > most) most = run; run = 0; on = 1 } END { print most + 0 }')
+[ "$silent" -ge 14 ] || fail "the pause is silent for $silent tenths of a second only"
 loudest() {
   tail -n +2 "$1" | sort -n | tail -n 1
 }

@@ -65,6 +65,7 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     case WM_ACTIVATE:
         active = HIWORD(wParam) == 0;
         say("activate", LOWORD(wParam), HIWORD(wParam));
+        say("tick", LOWORD(wParam), GetTickCount());
         return 0;
     case WM_KEYDOWN:
         escape = escape || wParam == static_cast<WPARAM>(VK_ESCAPE);

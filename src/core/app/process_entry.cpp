@@ -33,12 +33,17 @@ void closeLogFile() {
         std::fclose(logFile);
 }
 
+void logLineOfDesktop(const char* line) {
+    logLine("%s\n", line);
+}
+
 } // namespace
 
 int main() {
     if (!startDesktop())
         return EXIT_FAILURE;
     openLogFile();
+    setDesktopLog(logLineOfDesktop);
     char commandLine[] = "";
     const int result = WinMain(GetModuleHandleA(nullptr), nullptr, commandLine, SW_SHOW);
     closeLogFile();

@@ -3,6 +3,7 @@
 // What the sources of the SDL desktop share.
 
 #include "platform/sdl/held_keys.h"
+#include "platform/sdl/pause.h"
 #include "platform/sdl/virtual_cursor.h"
 #include "platform/win32.h"
 
@@ -15,7 +16,9 @@ struct HWND__ {
     SDL_Window* window = nullptr;
     WNDPROC procedure = nullptr;
     std::string className;
-    int width = 0; ///< of the client area the game asked for, or that the user has given it since
+    int askedWidth = 0; ///< of the client area the game asked for
+    int askedHeight = 0;
+    int width = 0; ///< what the game believes it to be: as asked for, or as the user has made it since
     int height = 0;
     bool fullscreen = false;
     bool toBeShown = false; ///< by the next look at the queue or the next frame
@@ -39,13 +42,27 @@ struct Backend {
     VirtualCursor cursor;
     HeldKeys keys;
     bool leftButton = false;
+    bool invertedMouse = false;
     bool focused = false;
+    bool toldActive = false; ///< what the game has heard of that
+    Pause pause = Pause::no;
+    void (*log)(const char* line) = nullptr;
+    bool listsKeys = false; ///< while paused
 };
 Backend& backend();
 
 void postMessage(UINT message, WPARAM wParam, LPARAM lParam);
 /// Captures or frees the real pointer, as focus and the cursor's visibility want it.
 void updateCapture();
+/// Lets the clock stand or run, as minimising and the pause want it.
+void updateClock();
+/// Tells the game whether its window is the active one, unless it knows.
+void tellActive(bool active);
+/// Tells the game that its window is not active, and lets go of all that is held: it hears of its loss first, so that
+/// it can tell what is taken away from what is let go.
+void letEverythingGo();
+/// Changes between full screen and a window; the context stays.
+void switchFullscreen();
 /// Shows a window that waits for it.
 void showWaitingWindow();
 /// Turns one SDL event into messages.
@@ -60,3 +77,5 @@ void resumeClock();
 void waitForTick();
 
 bool environmentIs(const char* name, const char* value);
+/// The percentage in a variable of the environment; 100 when there is none.
+int environmentPercent(const char* name);

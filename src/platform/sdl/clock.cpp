@@ -50,6 +50,13 @@ void resumeClock() {
         gameClock.start(now());
 }
 
+void updateClock() {
+    if (backend().window.minimised || backend().pause == Pause::on)
+        stopClock();
+    else
+        resumeClock();
+}
+
 void waitForTick() {
     if (awaitsFirstFrame) {
         awaitsFirstFrame = false;

@@ -2,14 +2,14 @@
 
 #include "platform/gl.h"
 #include "platform/sdl/backend.h"
-#include "platform/sdl/picture_buffer.h"
+#include "platform/sdl/frame.h"
 
 #include <array>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
-
-PictureBuffer picture;
 
 // There is one window and one context, so a handle only has to be told from null.
 HDC deviceContextOf(HWND window) {
@@ -43,13 +43,13 @@ const char* extensionOf(std::string_view name) {
     return multitexture ? "GL_ARB_multitexture" : nullptr;
 }
 
-/// Draws into a buffer of the expected size where the screen has another.
-void fitPicture(const HWND__& window) {
-    int width = 0;
-    int height = 0;
-    SDL_GL_GetDrawableSize(window.window, &width, &height);
-    if (window.fullscreen && (width != window.width || height != window.height))
-        picture.create(window.width, window.height);
+void logDriver() {
+    if (backend().log == nullptr)
+        return;
+    for (const auto& [what, name] :
+         {std::pair{"vendor", GL_VENDOR}, {"renderer", GL_RENDERER}, {"version", GL_VERSION}})
+        if (const auto* const text = reinterpret_cast<const char*>(glGetString(static_cast<GLenum>(name))))
+            backend().log((std::string("GL ") + what + ": " + text).c_str());
 }
 
 } // namespace
@@ -76,16 +76,7 @@ BOOL SwapBuffers(HDC deviceContext) {
         return FALSE;
     }
     showWaitingWindow();
-    SDL_Window* window = backend().window.window;
-    if (picture.exists()) {
-        int width = 0;
-        int height = 0;
-        SDL_GL_GetDrawableSize(window, &width, &height);
-        picture.present(width, height);
-    }
-    SDL_GL_SwapWindow(window);
-    if (picture.exists())
-        picture.bind();
+    showFrame();
     waitForTick();
     return TRUE;
 }
@@ -105,7 +96,8 @@ BOOL wglMakeCurrent(HDC deviceContext, HGLRC renderingContext) {
         return FALSE;
     // Frames are paced by the tick; waiting for the screen as well would only make them late.
     SDL_GL_SetSwapInterval(0);
-    fitPicture(state.window);
+    logDriver();
+    fitFrame();
     return TRUE;
 }
 
@@ -113,7 +105,7 @@ BOOL wglDeleteContext(HGLRC renderingContext) {
     Backend& state = backend();
     if (renderingContext == nullptr || reinterpret_cast<SDL_GLContext>(renderingContext) != state.context)
         return FALSE;
-    picture.release();
+    forgetFrame();
     SDL_GL_DeleteContext(state.context);
     state.context = nullptr;
     return TRUE;

@@ -1,6 +1,8 @@
 // SDL's events as window messages, and the queue that hands them out.
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/desktop_keys.h"
+#include "platform/sdl/frame.h"
 #include "platform/sdl/key_map.h"
 #include "platform/sdl/sound_device.h"
 
@@ -26,9 +28,21 @@ void postButton(bool down) {
     postMessage(down ? WM_LBUTTONDOWN : WM_LBUTTONUP, down ? 1 : 0, packed(at.x, at.y));
 }
 
+/// Whether another key that means the same to the game is still down.
+bool otherKeyHolds(SDL_Scancode released) {
+    int count = 0;
+    const Uint8* const down = SDL_GetKeyboardState(&count);
+    for (int key = 0; key < count; ++key)
+        if (key != released && down[key] != 0 && gameKeyOf(key) == gameKeyOf(released))
+            return true;
+    return false;
+}
+
 void translateKey(const SDL_KeyboardEvent& event) {
-    const int key = virtualKeyOf(event.keysym.scancode);
-    if (key == 0)
+    if (event.state == SDL_PRESSED && takeDesktopKey(event))
+        return;
+    const int key = gameKeyOf(event.keysym.scancode);
+    if (key == 0 || (event.state == SDL_RELEASED && otherKeyHolds(event.keysym.scancode)))
         return;
     const bool alt = (event.keysym.mod & KMOD_ALT) != 0;
     postKey(event.state == SDL_PRESSED ? backend().keys.press(key, alt) : backend().keys.release(key, alt));
@@ -39,28 +53,30 @@ void translateMotion(const SDL_MouseMotionEvent& event) {
     // A pointer that is not captured belongs to the desktop, not to the game.
     if (SDL_GetRelativeMouseMode() != SDL_TRUE || event.which == SDL_TOUCH_MOUSEID)
         return;
-    state.cursor.move(event.xrel, event.yrel);
+    state.cursor.move(event.xrel, state.invertedMouse ? -event.yrel : event.yrel);
     const POINT at = state.cursor.position();
     postMessage(WM_MOUSEMOVE, state.leftButton ? 1 : 0, packed(at.x, at.y));
 }
 
-/// Nothing may stay pressed that the window will not see released. It hears of its loss first, so that it can tell what
-/// is taken away from what is let go.
+/// Nothing may stay pressed that the window will not see released.
 void loseFocus() {
     Backend& state = backend();
     state.focused = false;
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
-    for (const HeldKeys::Message& key : state.keys.releaseAll())
-        postKey(key);
-    if (state.leftButton)
-        postButton(false);
+    letEverythingGo();
+    if (state.pause == Pause::no && !environmentIs("BRACKENMOOR_FOCUS_PAUSE", "no"))
+        state.pause = Pause::unlessFocused;
     updateCapture();
 }
 
 void gainFocus() {
-    backend().focused = true;
+    Backend& state = backend();
+    state.focused = true;
+    // A change of the window's kind takes the keyboard away for a moment, and so does a box.
+    if (state.pause == Pause::unlessFocused)
+        state.pause = Pause::no;
     updateCapture();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(WA_ACTIVE, backend().window.minimised ? 1 : 0), 0);
+    if (state.pause == Pause::no)
+        tellActive(true);
 }
 
 void setMinimised(bool minimised) {
@@ -68,16 +84,17 @@ void setMinimised(bool minimised) {
     if (state.window.minimised == minimised)
         return;
     state.window.minimised = minimised;
-    if (minimised)
-        stopClock();
-    else
-        resumeClock();
-    postMessage(WM_ACTIVATE, MAKEWPARAM(state.focused ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
+    if (state.pause == Pause::unlessFocused)
+        state.pause = Pause::due;
+    updateClock();
+    postMessage(WM_ACTIVATE, MAKEWPARAM(state.toldActive ? WA_ACTIVE : WA_INACTIVE, minimised ? 1 : 0), 0);
 }
 
 void resized(int width, int height) {
     HWND__& window = backend().window;
     // A full-screen picture keeps the size the game asked for, whatever the screen has.
+    if (window.fullscreen)
+        fitFrame();
     if (window.fullscreen || (width == window.width && height == window.height))
         return;
     window.width = width;
@@ -130,6 +147,23 @@ void pump() {
 }
 
 } // namespace
+
+void tellActive(bool active) {
+    Backend& state = backend();
+    if (state.toldActive == active)
+        return;
+    state.toldActive = active;
+    postMessage(WM_ACTIVATE, MAKEWPARAM(active ? WA_ACTIVE : WA_INACTIVE, state.window.minimised ? 1 : 0), 0);
+}
+
+void letEverythingGo() {
+    Backend& state = backend();
+    tellActive(false);
+    for (const HeldKeys::Message& key : state.keys.releaseAll())
+        postKey(key);
+    if (state.leftButton)
+        postButton(false);
+}
 
 void translateEvent(const SDL_Event& event) {
     switch (event.type) {

@@ -19,6 +19,7 @@ public:
     Message press(int virtualKey, bool altHeld);
     /// The message for a key that goes up.
     Message release(int virtualKey, bool altHeld);
+    bool isDown(int virtualKey) const { return down_[static_cast<std::size_t>(virtualKey) & 0xFFu]; }
     /// Up messages for all keys that are down, which then are up.
     std::vector<Message> releaseAll();
 

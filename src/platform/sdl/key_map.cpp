@@ -85,6 +85,21 @@ int virtualKeyOf(int usage) {
     return 0;
 }
 
+int gameKeyOf(int usage) {
+    switch (const int key = virtualKeyOf(usage)) {
+    case 0x26:
+        return 'W';
+    case 0x25:
+        return 'A';
+    case 0x28:
+        return 'S';
+    case 0x27:
+        return 'D';
+    default:
+        return key >= 0x61 && key <= 0x65 ? '1' + key - 0x61 : key;
+    }
+}
+
 bool isSystemKey(int virtualKey, bool altHeld) {
     return altHeld || virtualKey == VK_MENU || virtualKey == VK_F10;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <iostream>
 #include <optional>
 
@@ -39,6 +40,23 @@ std::optional<int> ask(LPCSTR text, LPCSTR caption, UINT type, SDL_Window* paren
     return button;
 }
 
+/// Lets signals do what they do to other programs while it lives: SDL only notes them for the next look at its events,
+/// which a box that waits does not take.
+class PlainSignals {
+public:
+    PlainSignals() : interrupt_(std::signal(SIGINT, SIG_DFL)), terminate_(std::signal(SIGTERM, SIG_DFL)) {}
+    PlainSignals(const PlainSignals&) = delete;
+    PlainSignals& operator=(const PlainSignals&) = delete;
+    ~PlainSignals() {
+        std::signal(SIGINT, interrupt_);
+        std::signal(SIGTERM, terminate_);
+    }
+
+private:
+    void (*interrupt_)(int);
+    void (*terminate_)(int);
+};
+
 } // namespace
 
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
@@ -48,6 +66,7 @@ int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
     if (environmentIs("BRACKENMOOR_BOXES", "yes"))
         return boxAnswer(type, IDYES);
     SDL_SetRelativeMouseMode(SDL_FALSE);
+    const PlainSignals signals;
     const std::optional<int> button = ask(text, caption, type, owner != nullptr ? owner->window : nullptr);
     updateCapture();
     return boxAnswer(type, button);

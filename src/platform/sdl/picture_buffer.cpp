@@ -11,6 +11,8 @@ namespace {
 
 struct Functions {
     PFNGLGENFRAMEBUFFERSPROC genFramebuffers = nullptr;
+    PFNGLDELETEFRAMEBUFFERSPROC deleteFramebuffers = nullptr;
+    PFNGLDELETERENDERBUFFERSPROC deleteRenderbuffers = nullptr;
     PFNGLBINDFRAMEBUFFERPROC bindFramebuffer = nullptr;
     PFNGLGENRENDERBUFFERSPROC genRenderbuffers = nullptr;
     PFNGLBINDRENDERBUFFERPROC bindRenderbuffer = nullptr;
@@ -30,6 +32,8 @@ bool fetch(Function& function, const char* name) {
 bool fetchAll() {
     return SDL_GL_ExtensionSupported("GL_ARB_framebuffer_object") == SDL_TRUE &&
            fetch(functions.genFramebuffers, "glGenFramebuffers") &&
+           fetch(functions.deleteFramebuffers, "glDeleteFramebuffers") &&
+           fetch(functions.deleteRenderbuffers, "glDeleteRenderbuffers") &&
            fetch(functions.bindFramebuffer, "glBindFramebuffer") &&
            fetch(functions.genRenderbuffers, "glGenRenderbuffers") &&
            fetch(functions.bindRenderbuffer, "glBindRenderbuffer") &&
@@ -52,16 +56,28 @@ void PictureBuffer::create(int width, int height) {
         return;
     functions.genFramebuffers(1, &framebuffer_);
     functions.bindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
-    std::array<GLuint, 2> buffers{};
-    functions.genRenderbuffers(2, buffers.data());
-    attach(buffers[0], GL_RGBA8, GL_COLOR_ATTACHMENT0, width, height);
-    attach(buffers[1], GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT, width, height);
+    functions.genRenderbuffers(2, renderbuffers_.data());
+    attach(renderbuffers_[0], GL_RGBA8, GL_COLOR_ATTACHMENT0, width, height);
+    attach(renderbuffers_[1], GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT, width, height);
     width_ = width;
     height_ = height;
     if (functions.checkFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE)
         return;
-    functions.bindFramebuffer(GL_FRAMEBUFFER, 0);
+    destroy();
+}
+
+void PictureBuffer::destroy() {
+    if (!exists())
+        return;
+    leave();
+    functions.deleteFramebuffers(1, &framebuffer_);
+    functions.deleteRenderbuffers(2, renderbuffers_.data());
     framebuffer_ = 0;
+}
+
+void PictureBuffer::leave() const {
+    if (exists())
+        functions.bindFramebuffer(GL_FRAMEBUFFER, 0);
 }
 
 void PictureBuffer::present(int screenWidth, int screenHeight) const {
@@ -79,5 +95,6 @@ void PictureBuffer::present(int screenWidth, int screenHeight) const {
 }
 
 void PictureBuffer::bind() const {
-    functions.bindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+    if (exists())
+        functions.bindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
 }

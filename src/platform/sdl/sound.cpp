@@ -4,6 +4,7 @@
 
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sound_device.h"
+#include "platform/sdl/volume.h"
 #include "platform/sdl/wave_sound.h"
 
 #include <SDL.h>
@@ -76,6 +77,7 @@ bool openMixer() {
     }
     mixerOpen = true;
     Mix_AllocateChannels(openChannels);
+    applyVolumes();
     return true;
 }
 
@@ -140,6 +142,16 @@ void loseSoundDevice() {
     closeMixer();
     deviceLost = true;
     nextTry = Clock::now();
+}
+
+void pauseSound() {
+    if (mixerOpen)
+        Mix_Pause(-1);
+}
+
+void resumeSound() {
+    if (mixerOpen)
+        Mix_Resume(-1);
 }
 
 void regainSoundDevice() {

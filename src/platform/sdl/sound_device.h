@@ -7,5 +7,9 @@
 /// Closes the mixer, whose device is gone. Nothing happens when it is not open.
 void loseSoundDevice();
 
+/// Lets everything that plays stand where it is, and go on from there.
+void pauseSound();
+void resumeSound();
+
 /// Tries to open a lost mixer again, at most once a second; called in every frame.
 void regainSoundDevice();

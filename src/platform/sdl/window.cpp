@@ -1,9 +1,14 @@
 // The window, its class, the screen and the cursor.
 
 #include "platform/sdl/backend.h"
+#include "platform/sdl/frame.h"
+#include "platform/sdl/icon.h"
+#include "platform/sdl/letterbox.h"
 #include "platform/sdl/quiet_stderr.h"
 #include "platform/sdl/sdl_desktop.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -30,12 +35,49 @@ void askForContext() {
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
 }
 
+/// The first one, which is the primary one, where the pointer is on none.
+int displayWithPointer() {
+    SDL_Point pointer{};
+    SDL_GetGlobalMouseState(&pointer.x, &pointer.y);
+    SDL_Rect bounds;
+    for (int i = 0; i < SDL_GetNumVideoDisplays(); ++i)
+        if (SDL_GetDisplayBounds(i, &bounds) == 0 && SDL_PointInRect(&pointer, &bounds) == SDL_TRUE)
+            return i;
+    return 0;
+}
+
+/// Over the whole display. Placed by hand as well, since where there is no window manager nobody else does.
+void cover(SDL_Window* window) {
+    SDL_Rect bounds;
+    if (SDL_GetDisplayBounds(displayWithPointer(), &bounds) == 0) {
+        SDL_SetWindowBordered(window, SDL_FALSE);
+        SDL_SetWindowPosition(window, bounds.x, bounds.y);
+        SDL_SetWindowSize(window, bounds.w, bounds.h);
+    }
+    SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
+/// An ordinary window of the size the game asked for, or less where the display has no room for that.
+void uncover(const HWND__& window) {
+    SDL_SetWindowFullscreen(window.window, 0);
+    const int display = std::max(0, SDL_GetWindowDisplayIndex(window.window));
+    SDL_Rect room{0, 0, window.askedWidth, window.askedHeight};
+    SDL_GetDisplayUsableBounds(display, &room);
+    const Letterbox fitting = letterbox(window.askedWidth, window.askedHeight, std::min(room.w, window.askedWidth),
+                                        std::min(room.h, window.askedHeight));
+    SDL_SetWindowBordered(window.window, SDL_TRUE);
+    SDL_SetWindowResizable(window.window, SDL_TRUE);
+    SDL_SetWindowSize(window.window, fitting.width, fitting.height);
+    const int centre = static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display));
+    SDL_SetWindowPosition(window.window, centre, centre);
+}
+
 SDL_Window* openWindow(const char* title, int width, int height, bool fullscreen) {
     askForContext();
-    // SDL's first screen is the primary one, wherever it lies.
+    const int display = displayWithPointer();
     SDL_Rect place{SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height};
     // Asked for in full, so that it covers the screen where no window manager stretches it.
-    if (fullscreen && SDL_GetDisplayBounds(0, &place) != 0)
+    if (fullscreen && SDL_GetDisplayBounds(display, &place) != 0)
         place = {0, 0, width, height};
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN;
     flags |=
@@ -48,6 +90,8 @@ SDL_Window* openWindow(const char* title, int width, int height, bool fullscreen
     }
     if (window == nullptr)
         std::cerr << "brackenmoor: the window cannot be opened: " << SDL_GetError() << '\n';
+    else
+        setIcon(window);
     return window;
 }
 
@@ -57,8 +101,6 @@ bool isSet(const char* name) {
 }
 
 bool startVideo() {
-    if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"))
-        return SDL_Init(SDL_INIT_VIDEO) == 0;
     const QuietStderr quiet;
     return SDL_Init(SDL_INIT_VIDEO) == 0;
 }
@@ -79,8 +121,17 @@ bool environmentIs(const char* name, const char* value) {
     return found != nullptr && std::strcmp(found, value) == 0;
 }
 
+int environmentPercent(const char* name) {
+    const char* const text = std::getenv(name);
+    int percent = 100;
+    if (text == nullptr || std::from_chars(text, text + std::strlen(text), percent).ec != std::errc())
+        return 100;
+    return std::clamp(percent, 0, 100);
+}
+
 bool startDesktop() {
     startClock();
+    backend().invertedMouse = environmentIs("BRACKENMOOR_INVERT_MOUSE", "1");
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_APP_NAME, "Brackenmoor");
     const char* wanted = std::getenv("SDL_VIDEODRIVER");
@@ -100,6 +151,10 @@ bool startDesktop() {
                "WAYLAND_DISPLAY must name one that answers.\n";
     SDL_Quit();
     return false;
+}
+
+void setDesktopLog(void (*log)(const char* line)) {
+    backend().log = log;
 }
 
 void stopDesktop() {
@@ -158,6 +213,8 @@ HWND CreateWindowExA(DWORD, LPCSTR className, LPCSTR windowName, DWORD style, in
     opened.procedure = state.classProcedure;
     opened.width = width - (frame.right - frame.left);
     opened.height = height - (frame.bottom - frame.top);
+    opened.askedWidth = opened.width;
+    opened.askedHeight = opened.height;
     opened.fullscreen = state.fullscreenMode && (style & WS_POPUP) != 0 && !environmentIs("BRACKENMOOR_WINDOWED", "1");
     opened.window = openWindow(windowName, opened.width, opened.height, opened.fullscreen);
     if (opened.window == nullptr)
@@ -178,10 +235,11 @@ BOOL DestroyWindow(HWND window) {
     state.keys.releaseAll();
     state.leftButton = false;
     state.focused = false;
-    if (state.window.minimised)
-        resumeClock();
+    state.toldActive = false;
+    state.pause = Pause::no;
     state.window = {};
     state.windowOpen = false;
+    updateClock();
     return TRUE;
 }
 
@@ -190,6 +248,22 @@ BOOL ShowWindow(HWND window, int) {
         return FALSE;
     window->toBeShown = true;
     return FALSE;
+}
+
+void switchFullscreen() {
+    Backend& state = backend();
+    HWND__& window = state.window;
+    if (!state.windowOpen)
+        return;
+    window.fullscreen = !window.fullscreen;
+    if (window.fullscreen)
+        cover(window.window);
+    else
+        uncover(window);
+    window.width = window.askedWidth;
+    window.height = window.askedHeight;
+    fitFrame();
+    postMessage(WM_SIZE, 0, MAKELPARAM(static_cast<WORD>(window.width), static_cast<WORD>(window.height)));
 }
 
 void showWaitingWindow() {
@@ -229,7 +303,7 @@ int ShowCursor(BOOL show) {
 
 void updateCapture() {
     const Backend& state = backend();
-    const bool captured = state.windowOpen && state.focused && state.cursor.hidden();
+    const bool captured = state.windowOpen && state.focused && state.cursor.hidden() && state.pause != Pause::on;
     SDL_SetRelativeMouseMode(captured ? SDL_TRUE : SDL_FALSE);
 }
 

@@ -24,6 +24,10 @@ TEST(KeyMap, TheGamesKeysAreWhereTheKeyboardHasThem) {
                                         {44, VK_SPACE}, {59, VK_F2}, {66, VK_F9},     {67, VK_F10}};
     for (const auto& [usage, key] : keys)
         EXPECT_EQ(virtualKeyOf(usage), key) << usage;
+    const std::pair<int, int> twins[] = {{82, 'W'}, {80, 'A'}, {81, 'S'}, {79, 'D'}, {89, '1'}, {93, '5'}, {26, 'W'}};
+    for (const auto& [usage, key] : twins)
+        EXPECT_EQ(gameKeyOf(usage), key) << usage;
+    EXPECT_NE(gameKeyOf(94), '6') << "the keypad's 6";
 }
 
 TEST(KeyMap, NoKeyStandsForAGameKeyByMistake) {
