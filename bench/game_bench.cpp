@@ -13,7 +13,6 @@
 #include "game/collision/collision_detection.h"
 #include "game/collision/collision_packet.h"
 #include "platform/crt_random.h"
-#include "platform/headless/headless.h"
 #include "render/camera/camera.h"
 
 #include <benchmark/benchmark.h>

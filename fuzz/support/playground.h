@@ -2,7 +2,6 @@
 
 // A tiny level for the fuzzers of levels and teams: one slab, one team.
 
-#include <string>
 
 class Bench;
 

@@ -1,6 +1,5 @@
 #include "song.h"
 
-#include "../exact_math.h"
 #include "instruments.h"
 
 #include <algorithm>

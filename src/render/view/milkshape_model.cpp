@@ -6,7 +6,6 @@
 #include "render/device/texture.h"
 #include "render/math/quaternion.h"
 
-#include <algorithm>
 
 namespace {
 

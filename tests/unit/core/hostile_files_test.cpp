@@ -23,7 +23,6 @@
 #include <sys/stat.h>
 
 #include <cmath>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <random>
