@@ -11,7 +11,6 @@
 #include "game/collision/collision_detection.h"
 #include "game/effects/explosion.h"
 
-
 namespace {
 
 /// World units.
