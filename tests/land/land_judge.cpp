@@ -1,11 +1,16 @@
 #include "land/land_judge.h"
 
+#include "support/solids.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
+#include <random>
 
 namespace {
+
+constexpr double wrongBy = 1e-4;
 
 double depthIn(const csgMesh& convex, const csgVector& p) {
     double depth = std::numeric_limits<double>::max();
@@ -14,6 +19,19 @@ double depthIn(const csgMesh& convex, const csgVector& p) {
             depth = std::min(depth, -face->signedDistance(p));
     }
     return depth;
+}
+
+/// What a line should hold, and what it held before.
+std::pair<double, double> expectedLength(const csgMesh& untouched, const Tools& tools, int axis, double u, double v) {
+    const auto land = columnAlong(untouched, axis, u, v);
+    std::vector<std::pair<double, double>> holes;
+    for (const auto& tool : tools) {
+        if (isBeside(*tool->getBounds(), axis, u, v))
+            continue;
+        const auto hole = columnAlong(*tool, axis, u, v);
+        holes.insert(holes.end(), hole.begin(), hole.end());
+    }
+    return {lengthWithout(land, std::move(holes)), lengthWithout(land, {})};
 }
 
 /// A triangle as it is seen from above: points (x, z), and its height over them as a linear function.
@@ -134,4 +152,25 @@ double deepestFace(const csgMesh& result, const Tools& tools) {
         }
     }
     return deepest;
+}
+
+Columns compareColumns(const csgMesh& untouched, const Tools& tools, const csgMesh& result, std::size_t count) {
+    std::mt19937 random(1);
+    Columns columns;
+    for (std::size_t i = 0; i < count; ++i) {
+        const int axis = static_cast<int>(i % 3);
+        const bool throughTool = i % 2 == 0 && !tools.empty();
+        const csgBounds& box = throughTool ? *tools[random() % tools.size()]->getBounds() : *untouched.getBounds();
+        const csgVector low = turned(box.min, axis);
+        const csgVector high = turned(box.max, axis);
+        const double u = std::uniform_real_distribution<double>(low.y, high.y)(random);
+        const double v = std::uniform_real_distribution<double>(low.z, high.z)(random);
+        const auto [expected, before] = expectedLength(untouched, tools, axis, u, v);
+        const double off = std::fabs(lengthWithout(columnAlong(result, axis, u, v), {}) - expected);
+        ++columns.tried;
+        columns.touched += expected < before - wrongBy ? 1U : 0U;
+        columns.wrong += off > wrongBy ? 1U : 0U;
+        columns.worst = std::max(columns.worst, off);
+    }
+    return columns;
 }

@@ -1,10 +1,13 @@
 #pragma once
 
-// Independent opinion on land that is carved: what is left is compared with the land as it was and the tools that were
-// taken out of it, never with the carving's own working.
+// Independent opinion on land that has been carved: what is left is compared with the untouched land and the tools that
+// were taken out of it, never with the carving's own working. Columns are lines along an axis: what the result holds of
+// one must be what the land holds of it, less what the tools hold.
 
 #include "csg/solid/csg_mesh.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -18,3 +21,12 @@ double commonVolume(const csgMesh& land, const csgMesh& convex);
 
 /// How deep (world units) faces of the result reach into a tool, at seven points of each face. Tools are convex.
 double deepestFace(const csgMesh& result, const Tools& tools);
+
+struct Columns {
+    std::size_t tried = 0;
+    std::size_t touched = 0; ///< of those, columns that a tool took something from
+    std::size_t wrong = 0;   ///< of those, columns off by more than a ten-thousandth
+    double worst = 0.0;      ///< largest difference, world units
+};
+/// Random columns along all three axes, half of them through the tools.
+Columns compareColumns(const csgMesh& untouched, const Tools& tools, const csgMesh& result, std::size_t count);

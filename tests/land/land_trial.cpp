@@ -1,9 +1,9 @@
 // Tries land, that of the shipped levels or made ones: craters where explosions would be and where the arithmetic is at
 // its worst, an independent judgement of the volume after each, and of everything that is left in the end.
 //
-//   land_trial [--level NAME | --made NAME] [--craters N] [--seed S]
+//   land_trial [--level NAME | --made NAME] [--craters N] [--seed S] [--each]
 //
-// One line for each wrong cut and each solid, one for the whole; exit status 1 when something is not what it should be.
+// One line for each solid, one for the whole; exit status 1 when something is not what it should be.
 
 #include "core/app/game_loader.h"
 #include "core/app/level_files.h"
@@ -25,6 +25,16 @@
 #include <utility>
 
 namespace {
+
+std::vector<SolidEntry> readLevel(const std::string& level) {
+    std::string text;
+    if (!readWholeFile("level/" + level + ".lev", text))
+        throw std::runtime_error("level '" + level + "' cannot be opened");
+    LevelText contents = readLevelText(std::move(text));
+    if (!contents.usable)
+        throw std::runtime_error("level '" + level + "': " + contents.faults.back().text);
+    return std::move(contents.solids);
+}
 
 std::unique_ptr<csgMesh> loadMesh(const std::string& name) {
     csgMeshData data;
@@ -48,6 +58,8 @@ constexpr double wrongShare = 1e-6;
 /// The same tool within this distance (world units) of where it was before cuts nothing.
 constexpr double samePlace = 1e-3;
 
+bool showEach = false;
+
 constexpr const char* toolNames[] = {"shotgunsphere", "sphere", "sphereDynamite"};
 
 struct Crater {
@@ -55,17 +67,18 @@ struct Crater {
     csgVector centre;
 };
 
-std::unique_ptr<csgMesh> toolOf(const Crater& crater) {
+/// The tool of a crater, scaled by how much the land is smaller than life.
+std::unique_ptr<csgMesh> toolOf(const Crater& crater, double scale) {
     auto tool = loadMesh(crater.tool);
+    tool->scale(scale, scale, scale);
     tool->translate(crater.centre.x, crater.centre.y, crater.centre.z);
     return tool;
 }
 
 struct Land {
     std::string name;
+    std::unique_ptr<csgMesh> untouched;
     std::unique_ptr<csgMesh> carved;
-    csgBounds box = *carved->getBounds(); ///< and faces, before the first crater
-    std::size_t facesBefore = carved->countFaces();
     Tools tools{};
     std::vector<Crater> craters{};
     std::size_t removed = 0;
@@ -79,12 +92,12 @@ struct Land {
 /// Chooses where the next crater is.
 class Aim {
 public:
-    Aim(std::uint32_t seed, const std::vector<Land>& allLand, Aiming where, int count)
-        : random(seed), land(allLand), aiming(where), craters(count) {}
+    Aim(std::uint32_t seed, const std::vector<Land>& allLand, Aiming where, double toolScale, int count)
+        : random(seed), land(allLand), aiming(where), scale(toolScale), craters(count) {}
 
     Crater next() {
         Crater crater{toolNames[random() % std::size(toolNames)], {}};
-        const csgBounds& box = land.front().box;
+        const csgBounds& box = *land.front().untouched->getBounds();
         const csgVector size = box.max - box.min;
         switch (aiming) {
         case Aiming::mixed:
@@ -107,6 +120,14 @@ public:
         case Aiming::samePlace:
             crater =
                 earlier.empty() ? Crater{toolNames[1], box.centre() + csgVector{0, size.y / 2.0, 0}} : earlier.front();
+            break;
+        case Aiming::nearlySamePlace:
+            crater = earlier.empty() ? Crater{toolNames[1], rounded(surfacePoint(), 65536.0)} : earlier.front();
+            if (!earlier.empty()) {
+                csgVector off{uniform(-1.0, 1.0), uniform(-1.0, 1.0), uniform(-1.0, 1.0)};
+                off.normalize();
+                crater.centre += off * uniform(1.1e-4, 2e-3);
+            }
             break;
         }
         earlier.push_back(crater);
@@ -138,7 +159,7 @@ private:
         const csgFaceList& part = tool->getParts()[0];
         const csgFace& face = *part[random() % part.size()];
         const csgVector along = face.cornerPosition(1) - face.cornerPosition(0);
-        return {crater.tool, crater.centre + along * uniform(-1.5, 1.5)};
+        return {crater.tool, crater.centre + along * (scale * uniform(-1.5, 1.5))};
     }
 
     const csgFace& anyFace() {
@@ -153,7 +174,7 @@ private:
     /// By area, so that fine rubble does not draw all the fire.
     csgVector surfacePoint() {
         const csgFace* face = &anyFace();
-        while (face->area() < uniform(0.0, 60.0))
+        while (face->area() < uniform(0.0, 60.0 * scale * scale))
             face = &anyFace();
         double a = uniform(0.0, 1.0);
         double b = uniform(0.0, 1.0);
@@ -162,7 +183,7 @@ private:
             b = 1.0 - b;
         }
         const csgVector& o = face->cornerPosition(0);
-        return o + (face->cornerPosition(1) - o) * a + (face->cornerPosition(2) - o) * b + face->normal * 0.5;
+        return o + (face->cornerPosition(1) - o) * a + (face->cornerPosition(2) - o) * b + face->normal * (0.5 * scale);
     }
 
     /// To the grid of so many places a unit; single precision leaves a rocket some 65536.
@@ -174,12 +195,13 @@ private:
     std::mt19937 random;
     const std::vector<Land>& land;
     Aiming aiming;
+    double scale;
     int craters;
     std::vector<Crater> earlier;
 };
 
-void carve(Land& land, const Crater& crater) {
-    const auto tool = toolOf(crater);
+void carve(Land& land, const Crater& crater, double scale) {
+    const auto tool = toolOf(crater, scale);
     const double before = volumeOf(*land.carved);
     const double toolVolume = volumeOf(*tool);
     const double hit = commonVolume(*land.carved, *tool);
@@ -200,29 +222,33 @@ void carve(Land& land, const Crater& crater) {
     const double off = std::fabs(volumeOf(*land.carved) - expected) / toolVolume;
     land.worstVolume = std::max(land.worstVolume, off);
     land.wrongCuts += off > wrongShare ? 1U : 0U;
-    if (off > wrongShare)
-        std::printf("cut %zu, %s at %.9g %.9g %.9g%s: %.3g units, off by %.0e of the tool\n", land.durations.size(),
-                    crater.tool.c_str(), crater.centre.x, crater.centre.y, crater.centre.z,
-                    isRepeat ? ", a repeat" : "", hit, off);
+    if (showEach)
+        std::printf("%zu: %s at %.9g %.9g %.9g: %.3g units cut, off by %.0e of the tool, %zu faces, %.1f ms%s\n",
+                    land.durations.size(), crater.tool.c_str(), crater.centre.x, crater.centre.y, crater.centre.z, hit,
+                    off, land.carved->countFaces(), land.durations.back(), isRepeat ? ", a repeat" : "");
     if (!isRepeat)
-        land.tools.push_back(toolOf(crater));
+        land.tools.push_back(toolOf(crater, scale));
 }
 
 /// What a solid must keep, and how well it did. False when something is wrong.
 bool judge(const Land& land) {
+    constexpr std::size_t columnCount = 20000;
     /// Slivers between corners of a crater's rim run below its curve.
     constexpr double deepestAllowed = 2e-3;
     constexpr double widestAllowed = 1e-6;
     constexpr std::size_t openAllowed = 2;
     const OpenEdges open = measureOpenEdges(*land.carved);
+    const Columns columns = compareColumns(*land.untouched, land.tools, *land.carved, columnCount);
     const double deepest = deepestFace(*land.carved, land.tools);
     std::vector<double> durations = land.durations;
     std::sort(durations.begin(), durations.end());
     std::printf("%s: faces %zu -> %zu (removed %zu, mended %zu, kept uncut %zu), %zu of %zu cuts wrong (volume off by "
-                "%.0e of the tool), deepest face %.0e, open edges %zu, widest gap %.1e, %.1f ms a cut, at most %.1f\n",
-                land.name.c_str(), land.facesBefore, land.carved->countFaces(), land.removed, land.mended,
-                land.keptUncut, land.wrongCuts, durations.size(), land.worstVolume, deepest, open.count, open.widestGap,
-                durations[durations.size() / 2], durations.back());
+                "%.0e of the tool), columns %zu wrong of %zu (%zu through craters, worst off by %.0e), deepest face "
+                "%.0e, open edges %zu, widest gap %.1e, %.1f ms a cut, at most %.1f\n",
+                land.name.c_str(), land.untouched->countFaces(), land.carved->countFaces(), land.removed, land.mended,
+                land.keptUncut, land.wrongCuts, durations.size(), land.worstVolume, columns.wrong, columns.tried,
+                columns.touched, columns.worst, deepest, open.count, open.widestGap, durations[durations.size() / 2],
+                durations.back());
     bool good = true;
     const auto check = [&good](bool holds, const char* fault) {
         if (!holds)
@@ -230,7 +256,8 @@ bool judge(const Land& land) {
         good = good && holds;
     };
     check(land.wrongCuts == 0, "a cut took too much or too little");
-    check(land.removed > 0, "the craters hit nothing");
+    check(columns.wrong == 0, "columns of land or air are missing");
+    check(columns.touched > 0, "the craters hit nothing");
     check(deepest <= deepestAllowed, "a face is left in a crater");
     check(open.widestGap <= widestAllowed, "a gap is open");
     check(open.count <= openAllowed, "too many edges are open");
@@ -238,38 +265,37 @@ bool judge(const Land& land) {
 }
 
 /// Craters in lands that lie together; how many of them have faults in the end.
-std::size_t tryLands(std::vector<Land> lands, Aiming aiming, int craters, std::uint32_t seed) {
-    Aim aim(seed, lands, aiming, craters);
+std::size_t tryLands(std::vector<Land> lands, Aiming aiming, double toolScale, int craters, std::uint32_t seed) {
+    Aim aim(seed, lands, aiming, toolScale, craters);
     const auto isGone = [](const Land& land) { return land.carved->countFaces() == 0; };
     for (int i = 0; i < craters && std::none_of(lands.begin(), lands.end(), isGone); ++i) {
         const Crater crater = aim.next();
         for (Land& land : lands)
-            carve(land, crater);
+            carve(land, crater, toolScale);
     }
     return static_cast<std::size_t>(
         std::count_if(lands.begin(), lands.end(), [](const Land& land) { return !judge(land); }));
 }
 
 std::size_t tryLevel(const std::string& level, int craters, std::uint32_t seed) {
-    std::string text;
-    if (!readWholeFile("level/" + level + ".lev", text))
-        throw std::runtime_error("level '" + level + "' cannot be opened");
+    const ShippedData data;
     std::vector<Land> lands;
-    for (const SolidEntry& entry : readLevelText(std::move(text)).solids)
-        lands.push_back({level + ": " + entry.name, placed(entry)});
-    if (lands.empty())
-        throw std::runtime_error("level '" + level + "' has no land");
-    return tryLands(std::move(lands), Aiming::mixed, craters, seed);
+    for (const SolidEntry& entry : readLevel(level))
+        lands.push_back({level + ": " + entry.name, placed(entry), placed(entry)});
+    return tryLands(std::move(lands), Aiming::mixed, 1.0, craters, seed);
 }
 
 std::size_t tryMade(const std::string& name, int craters, std::uint32_t seed) {
+    const ShippedData data;
     std::size_t faults = 0;
     for (const MadeLand& made : makeLands(name, seed)) {
-        auto mesh = std::make_unique<csgMesh>();
-        mesh->build(made.data);
+        Land land{name, std::make_unique<csgMesh>(), std::make_unique<csgMesh>()};
+        land.untouched->build(made.data);
+        land.carved->build(made.data);
         std::vector<Land> lands;
-        lands.push_back({name, std::move(mesh)});
-        faults += tryLands(std::move(lands), made.aiming, made.craters > 0 ? made.craters : craters, seed++);
+        lands.push_back(std::move(land));
+        faults +=
+            tryLands(std::move(lands), made.aiming, made.toolScale, made.craters > 0 ? made.craters : craters, seed++);
     }
     return faults;
 }
@@ -283,12 +309,14 @@ int main(int argumentCount, char** values) {
     std::uint32_t seed = 1;
     CLI::App app("Carves craters into land and judges what is left.", "land_trial");
     auto* const levelOption = app.add_option("--level", level, "as the level list names it");
-    app.add_option("--made", made, "land that no level has")->excludes(levelOption);
+    app.add_option("--made", made, "land that no level has")
+        ->check(CLI::IsMember(namesOfMadeLands()))
+        ->excludes(levelOption);
     app.add_option("--craters", craters);
     app.add_option("--seed", seed, "another one places the craters elsewhere");
+    app.add_flag("--each", showEach, "a line for every cut");
     CLI11_PARSE(app, argumentCount, values);
     try {
-        const ShippedData data;
         const std::size_t faults = made.empty() ? tryLevel(level, craters, seed) : tryMade(made, craters, seed);
         std::printf("%s: faults in %zu solids\n", made.empty() ? level.c_str() : made.c_str(), faults);
         return faults == 0 ? 0 : 1;

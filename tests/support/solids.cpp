@@ -47,6 +47,16 @@ csgMeshData boxData(const csgVector& low, const csgVector& high) {
     return onePart(std::move(part));
 }
 
+csgMeshData tetrahedronData(double size) {
+    Part part;
+    const std::size_t o = addCorner(part, {0.0, 0.0, 0.0});
+    const std::size_t x = addCorner(part, {size, 0.0, 0.0});
+    const std::size_t y = addCorner(part, {0.0, size, 0.0});
+    const std::size_t z = addCorner(part, {0.0, 0.0, size});
+    part.triangles = {{o, y, x}, {o, x, z}, {o, z, y}, {x, y, z}};
+    return onePart(std::move(part));
+}
+
 csgMeshData sphereData(int subdivisions, double radius) {
     const double t = (1.0 + std::sqrt(5.0)) / 2.0;
     std::vector<csgVector> points{{-1, t, 0},  {1, t, 0},  {-1, -t, 0}, {1, -t, 0}, {0, -1, t},  {0, 1, t},
@@ -146,30 +156,49 @@ std::uint64_t hashOf(const csgMesh& mesh) {
     return hash.get();
 }
 
-std::vector<std::pair<double, double>> columnOf(const csgMesh& mesh, double x, double z) {
+csgVector turned(const csgVector& p, int axis) {
+    if (axis == 0)
+        return p;
+    return axis == 1 ? csgVector{p.y, p.z, p.x} : csgVector{p.z, p.x, p.y};
+}
+
+bool isBeside(const csgBounds& box, int axis, double u, double v) {
+    const csgVector low = turned(box.min, axis);
+    const csgVector high = turned(box.max, axis);
+    return u < low.y || u > high.y || v < low.z || v > high.z;
+}
+
+std::vector<std::pair<double, double>> columnAlong(const csgMesh& mesh, int axis, double u, double v) {
     std::vector<double> crossings;
     const auto visit = [&](const csgFace& face) {
-        const csgVector& a = face.cornerPosition(0);
-        const csgVector& b = face.cornerPosition(1);
-        const csgVector& c = face.cornerPosition(2);
+        const csgVector a = turned(face.cornerPosition(0), axis);
+        const csgVector b = turned(face.cornerPosition(1), axis);
+        const csgVector c = turned(face.cornerPosition(2), axis);
         const auto side = [&](const csgVector& p, const csgVector& q) {
-            return (q.z - p.z) * (x - p.x) - (q.x - p.x) * (z - p.z);
+            return (q.y - p.y) * (v - p.z) - (q.z - p.z) * (u - p.y);
         };
         const double wa = side(b, c);
         const double wb = side(c, a);
         const double wc = side(a, b);
         if ((wa > 0 && wb > 0 && wc > 0) || (wa < 0 && wb < 0 && wc < 0))
-            crossings.push_back((wa * a.y + wb * b.y + wc * c.y) / (wa + wb + wc));
+            crossings.push_back((wa * a.x + wb * b.x + wc * c.x) / (wa + wb + wc));
     };
-    csgBounds line({x, -1e9, z});
-    line.merge({x, 1e9, z});
-    for (const csgFaceList& part : mesh.getParts())
-        part.forEachMeeting(line, [&](std::size_t i) { visit(*part[i]); });
+    for (const csgFaceList& part : mesh.getParts()) {
+        part.forEachWhere([&](const csgBounds& box) { return !isBeside(box, axis, u, v); },
+                          [&](std::size_t i) {
+                              visit(*part[i]);
+                              return true;
+                          });
+    }
     std::sort(crossings.begin(), crossings.end());
     std::vector<std::pair<double, double>> stretches;
     for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
         stretches.emplace_back(crossings[i], crossings[i + 1]);
     return stretches;
+}
+
+std::vector<std::pair<double, double>> columnOf(const csgMesh& mesh, double x, double z) {
+    return columnAlong(mesh, 1, z, x);
 }
 
 double columnLength(const csgMesh& mesh, double x, double z) {

@@ -1,9 +1,11 @@
 #include "support/variants.h"
 
+#include "support/solids.h"
+
 #include <utility>
 
 csgVector Variant::apply(const csgVector& p) const {
-    csgVector moved = firstAxis == 0 ? p : firstAxis == 1 ? csgVector{p.y, p.z, p.x} : csgVector{p.z, p.x, p.y};
+    csgVector moved = turned(p, firstAxis);
     if (mirrored)
         moved.x = -moved.x;
     return moved + offset;
