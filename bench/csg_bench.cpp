@@ -36,7 +36,7 @@ void carve(benchmark::State& state) {
     std::size_t before = 0;
     std::size_t after = 0;
     std::uint64_t hash = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto land = std::make_unique<csgMesh>();
         land->build(landData);

@@ -13,7 +13,6 @@
 #include "game/collision/collision_detection.h"
 #include "game/collision/collision_packet.h"
 #include "platform/crt_random.h"
-#include "platform/headless/headless.h"
 #include "render/camera/camera.h"
 
 #include <benchmark/benchmark.h>
@@ -61,7 +60,7 @@ void quietFrame(benchmark::State& state) {
     const Island island(static_cast<std::size_t>(state.range(0)));
     state.SetLabel(island.name);
     Camera* const camera = theModuleManager->getCamera();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         island.services.frame(16);
         camera->apply();
         theModuleManager->getSceneRoot()->render(camera);
@@ -73,7 +72,7 @@ BENCHMARK(quietFrame)->DenseRange(0, 4)->Unit(benchmark::kMillisecond)->MinWarmU
 void explosionFrame(benchmark::State& state) {
     const Island island(static_cast<std::size_t>(state.range(0)));
     state.SetLabel(island.name);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         new Rocket(Island::placeForARocket(), Vector3(0, -60, 0.01f), nullptr);
         const std::size_t before = world::landFaces();

@@ -1,6 +1,5 @@
 #include "csg/land/csg_object.h"
 #include "csg/solid/csg_file.h"
-#include "platform/headless/headless.h"
 #include "render/device/renderer.h"
 #include "support/bench.h"
 

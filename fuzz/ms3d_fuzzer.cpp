@@ -1,8 +1,6 @@
 #include "render/view/milkshape_model.h"
 #include "support/bench.h"
 
-#include <memory>
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Bench bench;
     memory_files::put("./mesh/m.ms3d", data, size);

@@ -1,5 +1,4 @@
 #include "core/app/level_files.h"
-#include "core/base/data_limits.h"
 #include "support/bench.h"
 #include "support/playground.h"
 

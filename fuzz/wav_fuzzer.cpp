@@ -1,7 +1,6 @@
 #include "platform/fsound.h"
 #include "support/require.h"
 
-#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <string>

@@ -5,7 +5,6 @@
 #include "surface_mesher.h"
 
 #include <string>
-#include <vector>
 
 /// One landscape solid before surfacing. Most stand in the sea with the water at y = 0, reach down to about y = -13,
 /// and have an undercut coast; the others float high above it. Nothing that faces up lies below about y = 8, so no worm

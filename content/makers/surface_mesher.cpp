@@ -2,8 +2,6 @@
 
 #include "exact_math.h"
 
-#include <bit>
-
 namespace {
 
 /// Corner numbers of the six tetrahedra of a cube; bit 0 of a corner is x, bit 1 y, bit 2 z. All share the diagonal

@@ -17,8 +17,8 @@ using Profile = std::vector<std::pair<double, double>>;
 /// Lays a patch over one swatch of the texture, clear of its borders.
 TextureMap over(Swatch swatch) {
     const int index = static_cast<int>(swatch);
-    const double left = index % swatchesAcross;
-    const double top = index / swatchesAcross;
+    const int left = index % swatchesAcross;
+    const int top = index / swatchesAcross;
     return [=](double f, double g) {
         return std::pair((left + 0.1 + 0.8 * g) / swatchesAcross, (top + 0.1 + 0.8 * f) / swatchesAcross);
     };

@@ -2,8 +2,6 @@
 
 // A tiny level for the fuzzers of levels and teams: one slab, one team.
 
-#include <string>
-
 class Bench;
 
 /// Level "flat" on the solid "slab", team "A" with one worm and, for every other name, its file.

@@ -9,9 +9,9 @@
 
 #include <SDL.h>
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace {
 

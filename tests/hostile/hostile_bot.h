@@ -20,7 +20,7 @@ class Worm;
 
 class HostileBot {
 public:
-    HostileBot(std::uint64_t seedNumber, unsigned roundCount, bool reportRounds);
+    HostileBot(std::uint64_t seedNumber, unsigned roundCount);
 
     /// Runs WinMain from its beginning to its end. The current directory holds the game's data.
     void play();
@@ -30,10 +30,9 @@ public:
     std::uint64_t getHash() const { return hash.get(); }
     /// What was played, line by line, and what the levels held in memory.
     void print() const;
-    /// Where the bot is now, for whoever reports an abrupt end; touches nothing of the game.
-    std::string whereabouts() const;
 
 private:
+    std::string whereabouts() const;
     void endOfFrame();
     void endOfGame(int status);
     void inspect();
@@ -55,7 +54,6 @@ private:
 
     const std::uint64_t seed;
     const unsigned rounds;
-    const bool reporting;
     BotRandom random;
     WildInput input;
     RoundLog log;

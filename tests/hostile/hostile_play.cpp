@@ -1,9 +1,9 @@
 // Plays rounds by random input and stops at the first thing that is wrong:
 //
-//     hostile_play [--seed S] [--rounds N] [--report] [--twice]
+//     hostile_play [--seed S] [--rounds N] [--twice]
 //
-// The last line is a hash over all rounds; the same seed gives the same hash, in every build type. --report adds a line
-// for each round and the figures of each level; --twice plays the seed twice and compares the hashes.
+// A line for each round, the figures of each level, and a hash over all rounds; the same seed gives the same hash, in
+// every build type. --twice plays the seed twice and compares the hashes.
 
 #include "hostile/hostile_bot.h"
 #include "support/test_data.h"
@@ -11,52 +11,22 @@
 #include <CLI/CLI.hpp>
 
 #include <cinttypes>
-#include <csignal>
 #include <cstdio>
 
-#if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/common_interface_defs.h>
-#endif
-
 namespace {
-
-const HostileBot* playing = nullptr;
-
-/// What a crash would not tell by itself.
-void tellWhere() {
-    if (playing != nullptr)
-        std::fprintf(stderr, "The game crashed: %s\n", playing->whereabouts().c_str());
-}
-
-void watchForCrashes() {
-#if defined(__SANITIZE_ADDRESS__)
-    __sanitizer_set_death_callback(tellWhere);
-#else
-    for (const int signal : {SIGSEGV, SIGABRT, SIGFPE})
-        std::signal(signal, [](int number) {
-            tellWhere();
-            std::signal(number, SIG_DFL);
-            std::raise(number);
-        });
-#endif
-}
 
 struct Options {
     std::uint64_t seed = 1;
     unsigned rounds = 10;
-    bool report = false;
     bool twice = false;
 };
 
 /// False, with the reason on stderr, when something was wrong.
 bool play(const Options& options, std::uint64_t& hash) {
-    HostileBot bot(options.seed, options.rounds, options.report);
-    playing = &bot;
+    HostileBot bot(options.seed, options.rounds);
     bot.play();
-    playing = nullptr;
     hash = bot.getHash();
-    if (options.report)
-        bot.print();
+    bot.print();
     if (!bot.getFault().empty())
         std::fprintf(stderr, "%s\n", bot.getFault().c_str());
     return bot.getFault().empty();
@@ -69,10 +39,8 @@ int main(int argumentCount, char** arguments) {
     CLI::App app("Plays rounds by random input and stops at the first thing that is wrong.", "hostile_play");
     app.add_option("--seed", options.seed);
     app.add_option("--rounds", options.rounds);
-    app.add_flag("--report", options.report, "a line for each round, and the figures of each level");
     app.add_flag("--twice", options.twice, "play the seed twice and compare the hashes");
     CLI11_PARSE(app, argumentCount, arguments);
-    watchForCrashes();
     const ShippedData data;
     std::uint64_t hash = 0;
     if (!play(options, hash))

@@ -1,18 +1,11 @@
 #include "hostile/round_log.h"
 
-#include "core/app/game_loader.h"
-#include "core/app/level_files.h"
-#include "core/base/file_access.h"
 #include "core/scene/scene_node.h"
 #include "core/services/module_manager.h"
-#include "csg/land/csg_object.h"
-#include "csg/solid/csg_file.h"
-#include "csg/solid/csg_mesh.h"
 #include "hostile/allocated_bytes.h"
 #include "support/world_hash.h"
 
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -23,45 +16,23 @@ constexpr std::size_t tolerance = 4 * 1024;
 
 } // namespace
 
-RoundLog::RoundLog() {
-    std::vector<std::string> listed;
-    readLevelList(listed);
-    for (const std::string& name : listed) {
-        std::string text;
-        if (!readWholeFile("level/" + name + ".lev", text))
-            continue;
-        const std::vector<SolidEntry> solids = readLevelText(std::move(text)).solids;
-        csgMesh mesh;
-        std::size_t faces = 0;
-        for (const SolidEntry& solid : solids) {
-            csgMeshData data;
-            TextFault fault;
-            if (readCsgFile("csg/" + solid.name + ".csg", data, fault) == csgReadResult::ok)
-                mesh.build(data);
-            faces += mesh.countFaces();
-        }
-        names[{static_cast<int>(solids.size()), faces}] = name;
-    }
-}
-
 const std::string& RoundLog::begin(unsigned round) {
-    static const std::string unknown = "unknown";
     int solids = 0;
     for (SceneNode* const node : theModuleManager->getSceneRoot()->getChildren())
         solids += node->asCsgNode() != nullptr ? 1 : 0;
-    const auto found = names.find({solids, world::landFaces()});
-    const std::string& name = found != names.end() ? found->second : unknown;
-    current = &levels[name];
-    current->last = {round, allocatedBytes()};
-    ++current->rounds;
-    if (round > warmUpRounds && current->settled.round == 0)
-        current->settled = current->last;
-    return name;
+    const std::string name = std::to_string(solids) + " solids, " + std::to_string(world::landFaces()) + " faces";
+    current = &*levels.try_emplace(name).first;
+    Level& level = current->second;
+    level.last = {round, allocatedBytes()};
+    ++level.rounds;
+    if (round > warmUpRounds && level.settled.round == 0)
+        level.settled = level.last;
+    return current->first;
 }
 
 void RoundLog::end(unsigned frameCount, unsigned turnCount) {
-    current->frames += frameCount;
-    current->turns += turnCount;
+    current->second.frames += frameCount;
+    current->second.turns += turnCount;
 }
 
 std::string RoundLog::growth() const {
@@ -78,7 +49,7 @@ std::string RoundLog::growth() const {
 
 void RoundLog::print() const {
     for (const auto& [name, level] : levels) {
-        std::printf("%-9s %4u rounds, %7lu frames, %6lu turns; bytes held at the start of round", name.c_str(),
+        std::printf("%-24s %4u rounds, %7lu frames, %6lu turns; bytes held at the start of round", name.c_str(),
                     level.rounds, level.frames, level.turns);
         for (const Sample& sample : {level.settled, level.last})
             std::printf(" %u: %zu", sample.round, sample.bytes);

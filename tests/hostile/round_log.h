@@ -3,25 +3,18 @@
 // What hostile play keeps of each round: how long it was, and what the program held in memory when it began, by level.
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 
 class RoundLog {
 public:
-    /// Reads the level list, so that a scene can be told by its number of solids and faces. Shipped data must be
-    /// current.
-    RoundLog();
-
-    /// Notes the beginning of a round in a scene that is as new; the name of its level.
+    /// Notes the beginning of a round in a scene that is as new; the numbers of solids and faces, which tell its level.
     const std::string& begin(unsigned round);
     void end(unsigned frameCount, unsigned turnCount);
     /// A sentence on a level whose rounds hold more and more, or nothing.
     std::string growth() const;
     std::size_t countLevels() const { return levels.size(); }
-    /// Levels of the list.
-    std::size_t countListed() const { return names.size(); }
     void print() const;
 
 private:
@@ -38,7 +31,6 @@ private:
         Sample last;
     };
 
-    std::map<std::pair<int, std::size_t>, std::string> names;
     std::map<std::string, Level> levels;
-    Level* current = nullptr;
+    std::pair<const std::string, Level>* current = nullptr;
 };

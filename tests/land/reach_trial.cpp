@@ -21,7 +21,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <optional>

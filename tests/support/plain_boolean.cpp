@@ -11,7 +11,6 @@
 #include "csg/solid/csg_splitter.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 #include <memory>

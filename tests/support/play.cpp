@@ -2,7 +2,6 @@
 
 #include "game/play/weapon.h"
 #include "game/play/worm.h"
-#include "platform/headless/headless.h"
 #include "support/world_hash.h"
 
 #include <algorithm>
@@ -59,6 +58,14 @@ Script fireBazooka(float pitch, float yaw, unsigned chargeFrames) {
     co_await aimAt(pitch, yaw);
     co_await pressFire(chargeFrames);
     co_await awaitNextTurn();
+}
+
+std::vector<headless::GlPrimitive> captured(const std::function<void()>& draw) {
+    headless::captureGeometry(true);
+    draw();
+    std::vector<headless::GlPrimitive> primitives = headless::glPrimitives();
+    headless::captureGeometry(false);
+    return primitives;
 }
 
 std::vector<std::string> printedTexts() {

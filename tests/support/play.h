@@ -2,8 +2,10 @@
 
 // What a player does, as scripts, and what a player sees.
 
+#include "platform/headless/headless.h"
 #include "support/script.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +24,8 @@ Script fireBazooka(float pitch, float yaw, unsigned chargeFrames);
 /// Waits until another worm than the active one has the turn, or none.
 Script awaitNextTurn(unsigned frameLimit = 2000);
 
+/// What a piece of code draws.
+std::vector<headless::GlPrimitive> captured(const std::function<void()>& draw);
 /// Texts printed with the screen fonts in the frame that has just ended. Recording of GL calls must be on.
 std::vector<std::string> printedTexts();
 bool isPrinted(const std::string& text);

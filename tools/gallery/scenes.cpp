@@ -21,7 +21,6 @@
 
 #include <array>
 #include <iterator>
-#include <memory>
 
 namespace {
 

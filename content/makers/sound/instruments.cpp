@@ -2,7 +2,6 @@
 
 #include "../exact_math.h"
 
-#include <array>
 #include <cmath>
 #include <map>
 

@@ -1,6 +1,5 @@
 #include "song.h"
 
-#include "../exact_math.h"
 #include "instruments.h"
 
 #include <algorithm>
@@ -259,6 +258,7 @@ void playDrums(Stage& stage, const Arrangement& part, int start) {
 /// A small wooden room: combs of different lengths for either ear, their ends going around the loop.
 Samples roomOf(const Samples& dry, const std::vector<int>& delays) {
     std::vector<Samples> lines;
+    lines.reserve(delays.size());
     for (const int delay : delays)
         lines.emplace_back(static_cast<std::size_t>(delay));
     std::vector<double> dull(lines.size());

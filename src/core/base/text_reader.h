@@ -9,7 +9,6 @@
 // The mark that some editors put before UTF-8 is skipped; of UTF-16 nothing can be read, and the fault says so.
 
 #include <string>
-#include <string_view>
 
 /// What is wrong with a text file, and in which line, from 1; 0 where it is the file as a whole.
 struct TextFault {

@@ -11,8 +11,6 @@
 #include "game/collision/collision_detection.h"
 #include "game/effects/explosion.h"
 
-#include <algorithm>
-
 namespace {
 
 /// World units.

@@ -29,9 +29,11 @@ constexpr int explosionChannel = 1;
 Explosion::Explosion(const std::string& nodeName, const Vector3& position, float halfSide)
     : SceneNode(nodeName), centre(position), size(halfSide) {
     expect(size > 0.0f);
-    for (std::size_t i = 0; i < frameOrigins.size(); ++i)
+    for (std::size_t i = 0; i < frameOrigins.size(); ++i) {
+        const std::size_t row = i / framesPerRow;
         frameOrigins[i] = Vector2(static_cast<float>(i % framesPerRow) / static_cast<float>(framesPerRow),
-                                  static_cast<float>(i / framesPerRow) / static_cast<float>(framesPerRow));
+                                  static_cast<float>(row) / static_cast<float>(framesPerRow));
+    }
     logLine("Construction Explosion");
     texture = theModuleManager->getTextureManager()->getTexture(name);
     startTime = theModuleManager->getTimer()->getTickCount();

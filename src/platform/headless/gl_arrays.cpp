@@ -65,9 +65,8 @@ bool readable(const GlClientArray& array, std::size_t first, std::size_t last) {
     const std::uint8_t* const end = element(array, last);
     if (begin == nullptr || end == nullptr)
         return false;
-    volatile std::uint8_t touched = begin[0];
-    touched = end[elementSize(array) - 1];
-    static_cast<void>(touched);
+    for (const volatile std::uint8_t* const touched : {begin, end + elementSize(array) - 1})
+        static_cast<void>(*touched);
     return true;
 }
 

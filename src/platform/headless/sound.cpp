@@ -2,7 +2,6 @@
 
 #include "platform/headless/desktop_internal.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 

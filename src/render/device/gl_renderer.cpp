@@ -5,7 +5,6 @@
 #include "platform/gl.h"
 #include "platform/wgl_extension.h"
 
-#include <algorithm>
 #include <cstring>
 
 GLRenderer::GLRenderer(WNDPROC windowProcedure, HINSTANCE instance) : wndProc(windowProcedure), hInstance(instance) {

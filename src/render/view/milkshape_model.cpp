@@ -6,8 +6,6 @@
 #include "render/device/texture.h"
 #include "render/math/quaternion.h"
 
-#include <algorithm>
-
 namespace {
 
 /// Where a time falls among keys: the first key not before it, and how far it lies between the key before and that one.

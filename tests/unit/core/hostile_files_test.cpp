@@ -10,11 +10,11 @@
 #include "core/scene/scene_node.h"
 #include "csg/land/csg_object.h"
 #include "csg/solid/csg_file.h"
-#include "platform/headless/headless.h"
 #include "render/device/texture_manager.h"
 #include "render/view/milkshape_model.h"
 #include "render/view/static_mesh.h"
 #include "support/model_file.h"
+#include "support/play.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
@@ -23,7 +23,6 @@
 #include <sys/stat.h>
 
 #include <cmath>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <random>
@@ -141,12 +140,9 @@ protected:
 
     static bool drawsFinite(SceneNode& node) {
         bool finite = true;
-        headless::captureGeometry(true);
-        node.draw();
-        for (const headless::GlPrimitive& primitive : headless::glPrimitives())
+        for (const headless::GlPrimitive& primitive : captured([&node] { node.draw(); }))
             for (const std::array<float, 3>& v : primitive.vertices)
                 finite = finite && std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
-        headless::captureGeometry(false);
         return finite;
     }
 

@@ -3,8 +3,8 @@
 #include "core/base/log.h"
 #include "game/collision/collision_detection.h"
 #include "game/collision/collision_packet.h"
-#include "platform/headless/headless.h"
 #include "render/device/renderer.h"
+#include "support/play.h"
 #include "support/solids.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
@@ -49,15 +49,12 @@ struct Drawn {
 
 Drawn drawn(csgObject& solid, RenderMode mode) {
     theModuleManager->getRenderer()->renderMode = mode;
-    headless::captureGeometry(true);
     headless::recordGl(true);
-    solid.draw();
-    Drawn result{headless::glPrimitives(), {}};
+    Drawn result{captured([&solid] { solid.draw(); }), {}};
     for (const headless::GlRecord& record : headless::glRecords()) {
         if (record.name == "glNormal3d")
             result.normals.insert(result.normals.end(), record.arguments.begin(), record.arguments.end());
     }
-    headless::captureGeometry(false);
     headless::recordGl(false);
     if (result.parts.empty() || mode == RenderMode::immediate)
         return result;

@@ -8,7 +8,6 @@
 #include "game/effects/test_node.h"
 #include "game/play/weapon.h"
 #include "game/play/worm.h"
-#include "platform/headless/headless.h"
 #include "render/camera/camera.h"
 #include "render/device/renderer.h"
 #include "render/view/label_node.h"
@@ -16,6 +15,7 @@
 #include "render/view/static_mesh.h"
 #include "render/view/water_node.h"
 #include "support/model_file.h"
+#include "support/play.h"
 #include "support/solids.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
@@ -36,11 +36,7 @@ auto snapshot() {
 }
 
 std::size_t primitivesOf(SceneNode& node, Camera* camera) {
-    headless::captureGeometry(true);
-    node.render(camera);
-    const std::size_t count = headless::glPrimitives().size();
-    headless::captureGeometry(false);
-    return count;
+    return captured([&] { node.render(camera); }).size();
 }
 
 class DrawingState : public testing::Test {

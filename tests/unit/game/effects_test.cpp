@@ -1,7 +1,7 @@
 #include "core/services/timer.h"
 #include "game/effects/explosion.h"
 #include "game/effects/particle_system.h"
-#include "platform/headless/headless.h"
+#include "support/play.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
@@ -16,11 +16,7 @@ protected:
     Effects() { services.tick(100); }
 
     static std::vector<headless::GlPrimitive> drawn(SceneNode& node) {
-        headless::captureGeometry(true);
-        node.draw();
-        std::vector<headless::GlPrimitive> primitives = headless::glPrimitives();
-        headless::captureGeometry(false);
-        return primitives;
+        return captured([&node] { node.draw(); });
     }
 
     TestData data;

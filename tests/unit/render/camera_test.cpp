@@ -1,8 +1,8 @@
 #include "render/camera/camera.h"
 
 #include "core/services/input_control.h"
-#include "platform/headless/headless.h"
 #include "render/view/fps_camera.h"
+#include "support/play.h"
 #include "support/test_services.h"
 
 #include <gtest/gtest.h>
@@ -31,11 +31,12 @@ TEST_F(CameraTest, ApplyPlacesTheEyeByTheParentAndFixesTheLight) {
     // 45 degrees and 1024 x 768.
     EXPECT_NEAR(camera->getProjectionMatrix()[5], 2.41421f, 1e-4f);
     EXPECT_NEAR(camera->getProjectionMatrix()[0], 2.41421f * 0.75f, 1e-4f);
-    headless::captureGeometry(true);
-    glBegin(GL_POINTS);
-    glVertex3f(6, 23, 34);
-    glEnd();
-    const auto [x, y, depth] = headless::windowPosition(headless::glPrimitives().at(0), 0);
+    const auto points = captured([] {
+        glBegin(GL_POINTS);
+        glVertex3f(6, 23, 34);
+        glEnd();
+    });
+    const auto [x, y, depth] = headless::windowPosition(points.at(0), 0);
     EXPECT_NEAR(x, 512 * (1 - 2.41421f * 0.75f / 5), 0.01f);
     EXPECT_NEAR(y, 384 * (1 + 2.41421f / 5), 0.01f);
     const auto& light = headless::glState().settings.lights[0];

@@ -1,8 +1,8 @@
 #include "render/view/milkshape_model.h"
 
 #include "core/base/log.h"
-#include "platform/headless/headless.h"
 #include "support/model_file.h"
+#include "support/play.h"
 #include "support/test_data.h"
 #include "support/test_services.h"
 
@@ -43,11 +43,7 @@ protected:
         model.update();
     }
     headless::GlPrimitive drawn() {
-        headless::captureGeometry(true);
-        model.draw();
-        headless::GlPrimitive first = headless::glPrimitives().at(0);
-        headless::captureGeometry(false);
-        return first;
+        return captured([this] { model.draw(); }).at(0);
     }
     void expectCorner(float x, float y) {
         const auto corner = drawn().vertices.at(0);

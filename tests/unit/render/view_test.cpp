@@ -4,7 +4,6 @@
 #include "core/teams/team.h"
 #include "game/armoury/armoury.h"
 #include "game/play/weapon.h"
-#include "platform/headless/headless.h"
 #include "render/camera/camera.h"
 #include "render/view/font.h"
 #include "render/view/hud.h"
@@ -18,7 +17,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <initializer_list>
 
 namespace {
@@ -39,13 +37,6 @@ protected:
             EXPECT_TRUE(headless::glEnabled(capability)) << capability;
         EXPECT_EQ(headless::glState().projection.size(), 1u);
         EXPECT_TRUE(headless::problems().empty());
-        return primitives;
-    }
-    static std::vector<headless::GlPrimitive> captured(const std::function<void()>& draw) {
-        headless::captureGeometry(true);
-        draw();
-        std::vector<headless::GlPrimitive> primitives = headless::glPrimitives();
-        headless::captureGeometry(false);
         return primitives;
     }
 
